@@ -1,0 +1,9 @@
+#pragma once
+#include <Quillon/graph/PbArray.h>
+
+#include <cstdint>
+
+class PbArrayOfInt : public PbArray<int32_t> {
+public:
+    using PbArray<int32_t>::PbArray;
+};

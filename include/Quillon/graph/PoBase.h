@@ -1,0 +1,215 @@
+#pragma once
+#include <Quillon/graph/PbDomain.h>
+#include <Quillon/graph/PoClassRegistration.h>
+#include <Quillon/graph/PoLibraryReference.h>
+
+#include <Inventor/SbString.h>
+#include <Inventor/fields/SoSFNode.h>
+#include <Inventor/lists/SoFieldList.h>
+#include <Inventor/nodekits/SoBaseKit.h>
+#include <Inventor/nodes/SoDrawStyle.h>
+#include <Inventor/nodes/SoLightModel.h>
+
+#include <cstdint>
+
+class PbBase;
+class PbDataMapping;
+class SoCache;
+class SoCallback;
+class SoFieldSensor;
+class SoGroup;
+class SoIndexedFaceSet;
+class SoIndexedLineSet;
+class SoIndexedTriangleStripSet;
+class SoLineSet;
+class SoMaterial;
+class SoMaterialBinding;
+class SoQuadMesh;
+class SoSensor;
+class SoState;
+class SoWriteAction;
+
+// Base of every node kit of the library.  A kit keeps its public fields and
+// rebuilds a private representation under its alternateRep part lazily, at
+// the next traversal after a watched field, a connected data object or a
+// traversal-state element that the last rebuild read has changed.
+class PoBase : private PoLibraryReference, public SoBaseKit {
+    PO_KIT_ABSTRACT_HEADER(PoBase);
+
+    SO_KIT_CATALOG_ENTRY_HEADER(catchActionCallback);
+    SO_KIT_CATALOG_ENTRY_HEADER(alternateRep);
+    SO_KIT_CATALOG_ENTRY_HEADER(catchActionLevel2Callback);
+    SO_KIT_CATALOG_ENTRY_HEADER(appearance);
+    SO_KIT_CATALOG_ENTRY_HEADER(domainTransform);
+
+public:
+    enum UpdateMethodType { UPDATE_IMMEDIATELY = 0, UPDATE_AT_TRAVERSAL = 1 };
+    enum NodeWriteFormat { FOLD_NODE_WRITE_FORMAT = 0, UNFOLD_NODE_WRITE_FORMAT = 1 };
+    enum TextType { SO_TEXT3 = 0, SO_ANNO_TEXT3 = 1 };
+
+    using RebuildCallback = void (*)(void* data, PoBase* kit);
+    using CatchActionCallback = void (*)(void* data, SoAction* action);
+
+    struct FieldSensorList {
+        int32_t num = 0;
+        SoFieldSensor** sensors = nullptr;
+    };
+
+    // Library start-up and shut-down, counted.
+    static void init(void);
+    static void finish(void);
+    static bool isInitialized(void);
+
+    void setUpdateMethod(UpdateMethodType method) { m_updateMethod = method; }
+    UpdateMethodType getUpdateMethod(void) const { return m_updateMethod; }
+    int isModified(void) const { return m_modified; }
+    int isBuilt(void) const { return m_built; }
+    void touchKit(void);
+
+    void setDomain(PbDomain* domain);
+    const PbDomain* getDomain(void) const;
+    void enableDomainTransform(int flag) { m_domainTransformEnabled = flag; }
+
+    void setState(SoAction* action);
+    void setStateValid(bool flag) { m_stateValid = flag; }
+    SoState* getState(void) const { return m_state; }
+
+    void addPreRebuildCallback(RebuildCallback callback, void* data);
+    void addPostRebuildCallback(RebuildCallback callback, void* data);
+    void removePreRebuildCallback(RebuildCallback callback, void* data);
+    void removePostRebuildCallback(RebuildCallback callback, void* data);
+
+    static void setNodeWriteFormat(NodeWriteFormat format) { s_nodeWriteFormat = format; }
+    static NodeWriteFormat getNodeWriteFormat(void) { return s_nodeWriteFormat; }
+    static void setTextType(TextType type) { s_textType = type; }
+    static TextType getTextType(void) { return s_textType; }
+    static void setVRML2Mode(int flag) { s_vrml2Mode = flag; }
+    static int isVRML2Mode(void) { return s_vrml2Mode; }
+
+    // Called by a connected data object when it changes or is destroyed.
+    virtual void basicObjectChange(PbBase* object);
+
+    SoNode* copy(SbBool copyConnections = FALSE) const override;
+    SbBool affectsState(void) const override { return FALSE; }
+    void write(SoWriteAction* action) override;
+    void GLRender(SoGLRenderAction* action) override;
+
+    // Removes the faces, strips or vertices of a generated shape that the
+    // data mapping declares invisible; returns the replacement shape, or
+    // null when nothing was to be removed.
+    static SoIndexedFaceSet* deleteTransparencyParts(const PbDataMapping* mapping,
+                                                     SoMaterial* material,
+                                                     SoMaterialBinding* binding,
+                                                     SoIndexedFaceSet* shape, SoGroup* group,
+                                                     int index);
+    static SoIndexedFaceSet* deleteTransparencyParts(const PbDataMapping* mapping,
+                                                     SoMaterial* material,
+                                                     SoMaterialBinding* binding,
+                                                     SoIndexedTriangleStripSet* shape,
+                                                     SoGroup* group, int index);
+    static SoIndexedLineSet* deleteTransparencyParts(const PbDataMapping* mapping,
+                                                     SoMaterial* material,
+                                                     SoMaterialBinding* binding,
+                                                     SoIndexedLineSet* shape, SoGroup* group,
+                                                     int index);
+    static SoIndexedFaceSet* deleteTransparencyParts(const PbDataMapping* mapping,
+                                                     SoMaterial* material,
+                                                     SoMaterialBinding* binding, SoQuadMesh* shape,
+                                                     SoGroup* group, int index);
+    static SoLineSet* deleteTransparencyParts(const PbDataMapping* mapping, SoMaterial* material,
+                                              SoMaterialBinding* binding, SoLineSet* shape,
+                                              SoGroup* group, int index);
+    // Applies the variant of each shape child of the group.
+    static void deleteTransparencyParts(const PbDataMapping* mapping, SoMaterial* material,
+                                        SoMaterialBinding* binding, SoGroup* group);
+
+protected:
+    explicit PoBase(CatchActionCallback customCallback = nullptr);
+    ~PoBase() override;
+
+    virtual void rebuild(void) {}
+    virtual void manageBasicObjectChange(PbBase* object, PbBase** member);
+    virtual void preRebuild(void);
+    virtual void postRebuild(void);
+    // Reads every element the kit depends on, so that caches opened above
+    // the kit record them.
+    virtual void addElementsAllCaches(void);
+
+    void setDefaultOnNonWritingFields(void) override;
+    void copyContents(const SoFieldContainer* from, SbBool copyConnections) override;
+    SbBool setUpConnections(SbBool onOff, SbBool doItAlways = FALSE) override;
+
+    void createFieldSensorList(int count, FieldSensorList* list);
+    void deleteFieldSensorList(FieldSensorList* list);
+    void attachFieldSensorList(FieldSensorList* list, const SoFieldList& fields);
+    void detachFieldSensorList(FieldSensorList* list);
+
+    SbBool isFieldHasChanged(const SoField* field) const;
+    int isAnyFieldsHasChanged(void) const { return m_anyFieldChanged; }
+    void storeFieldsChanged(int flag) { m_storeFieldsChanged = flag; }
+    SoFieldList& getChangedFields(void) { return m_changedFields; }
+    void setListFieldsDefault(SoFieldList fields);
+
+    bool isStateValid(void) const { return m_stateValid; }
+    int isCacheValid(void) const { return m_cacheValid; }
+    int isCacheAlwaysRebuild(void) const { return m_cacheAlwaysRebuild; }
+    void setCacheAlwaysRebuild(int flag) { m_cacheAlwaysRebuild = flag; }
+    int isDomainTransformEnabled(void) const { return m_domainTransformEnabled; }
+    int isDomainUsedForRebuild(void) const { return m_domainUsedForRebuild; }
+    void setDomainUsedForRebuild(int flag) { m_domainUsedForRebuild = flag; }
+    int isRenderPending(void) const { return m_renderPending; }
+
+    void setDomainTransform(const PbDomain* domain);
+    void changeConnection(PbBase* oldObject, PbBase* newObject);
+    void rebuildCache(SoCache** cache);
+    // Records an element read during a rebuild in the element cache.
+    void addElementToCache(const SoElement* element);
+
+    void setLightModel(SoLightModel::Model model);
+    void setDrawStyleAK(const SbString& prefix, SoDrawStyle::Style style);
+
+    // The element cache, for derived kits that record elements themselves.
+    SoCache* getElementCache(void) const { return m_elementCache; }
+
+    static void fieldSensorCB(void* data, SoSensor* sensor);
+
+private:
+    static void catchActionCB(void* data, SoAction* action);
+    static void catchActionLevel2CB(void* data, SoAction* action);
+    static bool isIgnoredAction(SoAction* action);
+
+    void installCallbacks(void);
+    void runCatchAction(SoAction* action);
+    bool testCache(SoCache* cache) const;
+    void updateDomainCache(void);
+    void rebuildWithoutNotification(void);
+    void markChanged(void);
+
+    static NodeWriteFormat s_nodeWriteFormat;
+    static TextType s_textType;
+    static int s_vrml2Mode;
+
+    CatchActionCallback m_customCallback;
+    SoFieldList m_changedFields;
+    int m_storeFieldsChanged = 0;
+    bool m_stateValid = false;
+    UpdateMethodType m_updateMethod = UPDATE_AT_TRAVERSAL;
+    int m_modified = 0;
+    int m_built = 0;
+    int m_domainTransformEnabled = 1;
+    int m_domainUsedForRebuild = 1;
+    int m_anyFieldChanged = 0;
+    PbDomain m_defaultDomain;
+    PbDomain* m_domain;
+    SoState* m_state = nullptr;
+    int m_renderPending = 0;
+    int m_cacheAlwaysRebuild = 0;
+    SoCache* m_elementCache = nullptr;
+    SoCache* m_domainCache = nullptr;
+    int m_cacheValid = 0;
+    RebuildCallback m_preRebuildCallback = nullptr;
+    void* m_preRebuildData = nullptr;
+    RebuildCallback m_postRebuildCallback = nullptr;
+    void* m_postRebuildData = nullptr;
+    SoWriteAction* m_writeAction = nullptr;
+};

@@ -1,0 +1,17 @@
+#pragma once
+#include <Quillon/graph/PoBase.h>
+
+// Base of the chart node kits: axes, curves, histograms, pie charts,
+// legends, labels and plane or spatial shapes.
+class PoPlotwright : public PoBase {
+    PO_KIT_ABSTRACT_HEADER(PoPlotwright);
+
+public:
+    // Registers (and unregisters) every chart node kit, in a fixed order.
+    static void initClasses(void);
+    static void exitClasses(void);
+
+protected:
+    PoPlotwright();
+    ~PoPlotwright() override;
+};

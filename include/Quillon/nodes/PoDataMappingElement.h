@@ -1,0 +1,11 @@
+#pragma once
+#include <Quillon/graph/PoClassRegistration.h>
+
+#include <Inventor/elements/SoReplacedElement.h>
+
+class PbDataMapping;
+
+// The data mapping; null when no node set one.
+class PoDataMappingElement : public SoReplacedElement {
+    PO_POINTER_ELEMENT_HEADER(PoDataMappingElement, PbDataMapping);
+};

@@ -1,0 +1,9 @@
+#pragma once
+#include <Quillon/graph/PoClassRegistration.h>
+
+#include <Inventor/elements/SoReplacedElement.h>
+
+// The domain of the kits below; a process-wide default domain when no PoDomain node was met.
+class PoDomainElement : public SoReplacedElement {
+    PO_POINTER_ELEMENT_HEADER(PoDomainElement, PbDomain);
+};

@@ -1,0 +1,11 @@
+#pragma once
+#include <Quillon/graph/PoClassRegistration.h>
+
+#include <Inventor/elements/SoReplacedElement.h>
+
+class PbIsovaluesList;
+
+// The list of isovalues; null when no node set one.
+class PoIsovaluesListElement : public SoReplacedElement {
+    PO_POINTER_ELEMENT_HEADER(PoIsovaluesListElement, PbIsovaluesList);
+};

@@ -1,0 +1,11 @@
+#pragma once
+#include <Quillon/graph/PoClassRegistration.h>
+
+#include <Inventor/elements/SoReplacedElement.h>
+
+class PoMesh1DFilter;
+
+// The filter node of line meshes; null when none was met.
+class PoMesh1DFilterElement : public SoReplacedElement {
+    PO_POINTER_ELEMENT_HEADER(PoMesh1DFilterElement, PoMesh1DFilter);
+};

@@ -1,0 +1,9 @@
+#pragma once
+#include <Quillon/graph/PoClassRegistration.h>
+
+#include <Inventor/elements/SoReplacedElement.h>
+
+// The text attributes; default attributes when no node set them.
+class PoMiscTextAttrElement : public SoReplacedElement {
+    PO_POINTER_ELEMENT_HEADER(PoMiscTextAttrElement, PbMiscTextAttr);
+};

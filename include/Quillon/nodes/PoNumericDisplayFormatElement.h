@@ -1,0 +1,9 @@
+#pragma once
+#include <Quillon/graph/PoClassRegistration.h>
+
+#include <Inventor/elements/SoReplacedElement.h>
+
+// The numeric display format; a default automatic format when no node set one.
+class PoNumericDisplayFormatElement : public SoReplacedElement {
+    PO_POINTER_ELEMENT_HEADER(PoNumericDisplayFormatElement, PbNumericDisplayFormat);
+};

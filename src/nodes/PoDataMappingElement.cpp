@@ -1,0 +1,3 @@
+#include <Quillon/nodes/PoDataMappingElement.h>
+
+PO_POINTER_ELEMENT_SOURCE(PoDataMappingElement, PbDataMapping)

@@ -1,0 +1,3 @@
+#include <Quillon/nodes/PoDateFormatMappingElement.h>
+
+PO_POINTER_ELEMENT_SOURCE(PoDateFormatMappingElement, PbDateFormatMapping)

@@ -1,0 +1,62 @@
+#include <Quillon/nodes/PoLabelHintsElement.h>
+
+PO_ELEMENT_SOURCE(PoLabelHintsElement, SoReplacedElement)
+
+PoLabelHintsElement::~PoLabelHintsElement() = default;
+
+void PoLabelHintsElement::reset() {
+    m_path = PoLabelHints::PATH_DEPEND;
+    m_justification = PoLabelHints::JUSTIFICATION_DEPEND;
+    m_text.makeEmpty();
+    m_labelStep = 0;
+    m_firstLabel = 0;
+}
+
+void PoLabelHintsElement::init(SoState* state) {
+    SoReplacedElement::init(state);
+    reset();
+}
+
+void PoLabelHintsElement::set(SoState* state, SoNode* node, PoLabelHints::LabelPath path,
+                              PoLabelHints::Justification justification, const char* text,
+                              int labelStep, int firstLabel) {
+    set(state, node, path, justification, SbString(text ? text : ""), labelStep, firstLabel);
+}
+
+void PoLabelHintsElement::set(SoState* state, SoNode* node, PoLabelHints::LabelPath path,
+                              PoLabelHints::Justification justification, const SbString& text,
+                              int labelStep, int firstLabel) {
+    auto* element = static_cast<PoLabelHintsElement*>(
+        SoReplacedElement::getElement(state, classStackIndex, node));
+    if (!element)
+        return;
+    element->m_path = path;
+    element->m_justification = justification;
+    element->m_text = text;
+    element->m_labelStep = labelStep;
+    element->m_firstLabel = firstLabel;
+}
+
+const PoLabelHintsElement* PoLabelHintsElement::getReadable(SoState* state) {
+    return static_cast<const PoLabelHintsElement*>(getConstElement(state, classStackIndex));
+}
+
+int PoLabelHintsElement::get(SoState* state, PoLabelHints::LabelPath& path,
+                             PoLabelHints::Justification& justification, SbString& text) {
+    const PoLabelHintsElement* element = getReadable(state);
+    if (!element) {
+        path = PoLabelHints::PATH_DEPEND;
+        justification = PoLabelHints::JUSTIFICATION_DEPEND;
+        text.makeEmpty();
+        return 0;
+    }
+    path = element->m_path;
+    justification = element->m_justification;
+    text = element->m_text;
+    return element->m_labelStep;
+}
+
+int PoLabelHintsElement::getFirstLabel(SoState* state) {
+    const PoLabelHintsElement* element = getReadable(state);
+    return element ? element->m_firstLabel : 0;
+}

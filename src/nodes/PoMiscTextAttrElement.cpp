@@ -1,0 +1,3 @@
+#include <Quillon/nodes/PoMiscTextAttrElement.h>
+
+PO_POINTER_ELEMENT_SOURCE_WITH_DEFAULT(PoMiscTextAttrElement, PbMiscTextAttr, new PbMiscTextAttr)

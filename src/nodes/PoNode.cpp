@@ -1,0 +1,84 @@
+#include <Quillon/nodes/PoNode.h>
+
+#include <Quillon/graph/PoBase.h>
+#include <Quillon/nodes/PoBevelEdge.h>
+#include <Quillon/nodes/PoLabelHints.h>
+#include <Quillon/nodes/PoMesh1DHints.h>
+
+#include <Inventor/actions/SoCallbackAction.h>
+#include <Inventor/actions/SoGLRenderAction.h>
+#include <Inventor/actions/SoGetBoundingBoxAction.h>
+#include <Inventor/actions/SoGetMatrixAction.h>
+#include <Inventor/actions/SoGetPrimitiveCountAction.h>
+#include <Inventor/actions/SoHandleEventAction.h>
+#include <Inventor/actions/SoPickAction.h>
+#include <Inventor/actions/SoSearchAction.h>
+#include <Inventor/actions/SoWriteAction.h>
+
+PO_NODE_ABSTRACT_SOURCE(PoNode, SoNode)
+
+namespace {
+// The property nodes in their order of registration; unregistration runs
+// the list backwards.
+const PoClassRegistration::ClassEntry s_nodeClasses[] = {
+    PO_CLASS_ENTRY(PoNode),
+    PO_CLASS_ENTRY(PoBevelEdge),
+    PO_CLASS_ENTRY(PoMesh1DHints),
+    PO_CLASS_ENTRY(PoLabelHints),
+};
+} // namespace
+
+void PoNode::initClasses(void) {
+    PoClassRegistration::initAll(s_nodeClasses);
+}
+
+void PoNode::exitClasses(void) {
+    PoClassRegistration::exitAllReversed(s_nodeClasses);
+}
+
+PoNode::PoNode() {
+    SO_NODE_CONSTRUCTOR(PoNode);
+}
+
+PoNode::~PoNode() = default;
+
+void PoNode::doAction(SoAction*) {}
+
+void PoNode::callback(SoCallbackAction* action) {
+    doAction(action);
+}
+
+void PoNode::GLRender(SoGLRenderAction* action) {
+    doAction(action);
+}
+
+void PoNode::getBoundingBox(SoGetBoundingBoxAction* action) {
+    doAction(action);
+}
+
+void PoNode::getMatrix(SoGetMatrixAction* action) {
+    doAction(action);
+}
+
+void PoNode::handleEvent(SoHandleEventAction* action) {
+    doAction(action);
+}
+
+void PoNode::pick(SoPickAction* action) {
+    doAction(action);
+}
+
+void PoNode::getPrimitiveCount(SoGetPrimitiveCountAction* action) {
+    doAction(action);
+}
+
+void PoNode::search(SoSearchAction* action) {
+    doAction(action);
+    SoNode::search(action);
+}
+
+void PoNode::write(SoWriteAction* action) {
+    doAction(action);
+    if (PoBase::getNodeWriteFormat() == PoBase::FOLD_NODE_WRITE_FORMAT)
+        SoNode::write(action);
+}

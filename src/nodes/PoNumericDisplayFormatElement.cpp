@@ -1,0 +1,5 @@
+#include <Quillon/nodes/PoNumericDisplayFormatElement.h>
+
+PO_POINTER_ELEMENT_SOURCE_WITH_DEFAULT(
+    PoNumericDisplayFormatElement, PbNumericDisplayFormat,
+    new PbNumericDisplayFormat(PbNumericDisplayFormat::AUTO_FORMAT, 0, 0))

@@ -1,0 +1,13 @@
+#pragma once
+
+// Loading of shared libraries by file name and lookup of their symbols.
+class SoDynamicLibManager {
+public:
+    static const char* getLibrarySuffix();
+    static bool isLibraryLoaded(const char* libraryName);
+    // Loads the library; with loadNow the symbols are resolved at once.
+    static bool loadLibrary(const char* libraryName, bool loadNow);
+    // Returns the address of the symbol, or null; with mustExist a missing
+    // symbol is reported through the toolkit's debug error.
+    static void* lookUpFunction(const char* libraryName, const char* symbol, bool mustExist);
+};

@@ -1,0 +1,41 @@
+#include "support/RecordingKit.h"
+
+#include <Quillon/nodes/PoDataMappingElement.h>
+
+PO_KIT_SOURCE(RecordingKit, PoBase)
+
+void RecordingKit::ensureRegistered() {
+    if (getClassTypeId() == SoType::badType())
+        initClass();
+}
+
+RecordingKit::RecordingKit() {
+    SO_KIT_CONSTRUCTOR(RecordingKit);
+    SO_KIT_ADD_FIELD(value, (0.0f));
+    SO_KIT_INIT_INSTANCE();
+    createFieldSensorList(1, &m_sensors);
+    SoFieldList fields;
+    fields.append(&value);
+    attachFieldSensorList(&m_sensors, fields);
+}
+
+RecordingKit::~RecordingKit() {
+    detachFieldSensorList(&m_sensors);
+    deleteFieldSensorList(&m_sensors);
+}
+
+void RecordingKit::basicObjectChange(PbBase* object) {
+    notifications.push_back({object, object->getChangeType()});
+    PoBase::basicObjectChange(object);
+}
+
+void RecordingKit::rebuild() {
+    preRebuild();
+    ++rebuildCount;
+    if (isStateValid()) {
+        SoState* state = getState();
+        lastDataMapping = PoDataMappingElement::get(state);
+        addElementToCache(state->getConstElement(PoDataMappingElement::getClassStackIndex()));
+    }
+    postRebuild();
+}

@@ -1,0 +1,63 @@
+# shellcheck shell=bash
+# Shared set-up of scripts/demo and scripts/test, sourced by both.
+#
+# Settings taken from the environment:
+#   QUILLON_BUILD_DIR   build directory (default: build/ in the repository)
+#   QUILLON_BUILD_TYPE  CMake build type (default: Release)
+#   QUILLON_CMAKE_ARGS  extra arguments for the CMake configure step
+
+QUILLON_ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)"
+QUILLON_BUILD_DIR="${QUILLON_BUILD_DIR:-$QUILLON_ROOT/build}"
+QUILLON_BUILD_TYPE="${QUILLON_BUILD_TYPE:-Release}"
+QUILLON_JOBS="$(nproc)"
+
+# What building, testing and rendering headless need on Debian 12.
+QUILLON_PACKAGES=(
+    cmake g++ make pkg-config
+    libcoin-dev libcgal-dev
+    libgtest-dev libgmock-dev libbenchmark-dev
+    libpng-dev libegl-dev libegl-mesa0 libgl1-mesa-dri libgl-dev
+)
+
+quillon_log() {
+    printf '==> %s\n' "$*"
+}
+
+quillon_is_installed() {
+    dpkg -s "$1" 2>/dev/null | grep -q '^Status: install ok installed'
+}
+
+# Installs the packages that are missing; does nothing when all are there.
+quillon_install_packages() {
+    local missing=() package
+    for package in "${QUILLON_PACKAGES[@]}"; do
+        quillon_is_installed "$package" || missing+=("$package")
+    done
+    if ((${#missing[@]} == 0)); then
+        return
+    fi
+    local sudo=()
+    if [[ "$(id -u)" -ne 0 ]]; then
+        sudo=(sudo)
+    fi
+    quillon_log "installing ${missing[*]}"
+    "${sudo[@]}" apt-get update
+    "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends \
+        "${missing[@]}"
+}
+
+quillon_configure() {
+    local extra=()
+    read -r -a extra <<<"${QUILLON_CMAKE_ARGS:-}"
+    quillon_log "configuring $QUILLON_BUILD_DIR ($QUILLON_BUILD_TYPE ${extra[*]})"
+    cmake -S "$QUILLON_ROOT" -B "$QUILLON_BUILD_DIR" \
+        -DCMAKE_BUILD_TYPE="$QUILLON_BUILD_TYPE" \
+        -DCGAL_DO_NOT_WARN_ABOUT_CMAKE_BUILD_TYPE=TRUE \
+        "${extra[@]}"
+}
+
+# Builds the given targets ("all" for everything).
+quillon_build() {
+    quillon_log "building $*"
+    cmake --build "$QUILLON_BUILD_DIR" -j"$QUILLON_JOBS" --target "$@"
+}

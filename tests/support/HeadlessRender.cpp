@@ -1,0 +1,96 @@
+#include "support/HeadlessRender.h"
+
+#include "render/SceneRendering.h"
+
+#include <cstdlib>
+
+namespace {
+
+// Kept for the whole process: the toolkit may still hold GL resources of
+// this context when static objects are destroyed.
+OffscreenRenderer& sharedRenderer() {
+    static OffscreenRenderer* renderer = new OffscreenRenderer;
+    return *renderer;
+}
+
+} // namespace
+
+bool canRenderHeadless(std::string& reason) {
+    OffscreenRenderer& renderer = sharedRenderer();
+    if (renderer.open())
+        return true;
+    reason = renderer.error();
+    return false;
+}
+
+RenderSettings smallPicture(int width, int height, const SbColor& background) {
+    RenderSettings settings;
+    settings.width = width;
+    settings.height = height;
+    settings.background = background;
+    return settings;
+}
+
+RenderImage renderHeadless(SoNode* scene, const RenderSettings& settings) {
+    RenderImage image;
+    std::string error;
+    if (!renderFramedScene(sharedRenderer(), scene, settings, image, error))
+        ADD_FAILURE() << "headless render failed: " << error;
+    return image;
+}
+
+Rgb toRgb(const SbColor& color) {
+    auto channel = [](float value) {
+        return static_cast<unsigned char>(value <= 0.0f   ? 0
+                                          : value >= 1.0f ? 255
+                                                          : value * 255.0f + 0.5f);
+    };
+    return Rgb{channel(color[0]), channel(color[1]), channel(color[2])};
+}
+
+bool operator==(const Rgb& a, const Rgb& b) {
+    return a.r == b.r && a.g == b.g && a.b == b.b;
+}
+
+std::ostream& operator<<(std::ostream& out, const Rgb& color) {
+    return out << "(" << int(color.r) << ", " << int(color.g) << ", " << int(color.b) << ")";
+}
+
+bool isNear(const Rgb& actual, const Rgb& expected, int tolerance) {
+    return std::abs(actual.r - expected.r) <= tolerance &&
+           std::abs(actual.g - expected.g) <= tolerance &&
+           std::abs(actual.b - expected.b) <= tolerance;
+}
+
+::testing::AssertionResult pixelNear(const RenderImage& image, int x, int y, const Rgb& expected,
+                                     int tolerance) {
+    if (x < 0 || y < 0 || x >= image.width() || y >= image.height())
+        return ::testing::AssertionFailure() << "pixel (" << x << ", " << y << ") lies outside the "
+                                             << image.width() << "x" << image.height() << " image";
+    const Rgb actual = image.pixel(x, y);
+    if (isNear(actual, expected, tolerance))
+        return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << "pixel (" << x << ", " << y << ") is " << actual
+                                         << ", expected " << expected << " within " << tolerance;
+}
+
+int countPixelsNear(const RenderImage& image, const Rgb& color, int tolerance) {
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            count += isNear(image.pixel(x, y), color, tolerance) ? 1 : 0;
+    return count;
+}
+
+::testing::AssertionResult isAllBackground(const RenderImage& image, const Rgb& background,
+                                           int tolerance) {
+    if (image.empty())
+        return ::testing::AssertionFailure() << "the image is empty";
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (!isNear(image.pixel(x, y), background, tolerance))
+                return ::testing::AssertionFailure()
+                       << "pixel (" << x << ", " << y << ") is " << image.pixel(x, y)
+                       << ", not the background " << background;
+    return ::testing::AssertionSuccess();
+}

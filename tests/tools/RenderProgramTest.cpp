@@ -1,0 +1,175 @@
+#include "ToolTestFiles.h"
+
+#include "support/HeadlessRender.h"
+
+#include "render/CommandLine.h"
+#include "render/SceneRendering.h"
+
+#include <Quillon/PoQuillon.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <sys/wait.h>
+#include <vector>
+
+namespace {
+
+struct RunResult {
+    int exitCode = -1;
+    std::string stderrText;
+};
+
+// Runs quillon-render with the arguments, each quoted for the shell.
+RunResult runProgram(const std::vector<std::string>& arguments, const ScratchDir& dir) {
+    std::string command = std::string("'") + QUILLON_RENDER_PROGRAM + "'";
+    for (const std::string& argument : arguments)
+        command += " '" + argument + "'";
+    const std::string errorFile = dir.file("stderr.txt");
+    command += " 2>'" + errorFile + "'";
+    RunResult result;
+    const int status = std::system(command.c_str());
+    if (WIFEXITED(status))
+        result.exitCode = WEXITSTATUS(status);
+    std::ifstream errors(errorFile);
+    result.stderrText.assign(std::istreambuf_iterator<char>(errors), {});
+    return result;
+}
+
+bool parses(std::vector<const char*> arguments, RenderRequest& request, std::string& error) {
+    arguments.insert(arguments.begin(), "quillon-render");
+    return parseCommandLine(static_cast<int>(arguments.size()), arguments.data(), request, error);
+}
+
+} // namespace
+
+TEST(RenderCommandLine, ReadsSceneOutputSizeAndBackground) {
+    RenderRequest request;
+    std::string error;
+    ASSERT_TRUE(parses({"scene.iv", "-o", "out.png"}, request, error)) << error;
+    EXPECT_EQ(request.scenePath, "scene.iv");
+    EXPECT_EQ(request.outputPath, "out.png");
+    EXPECT_EQ(request.settings.width, 800);
+    EXPECT_EQ(request.settings.height, 600);
+    EXPECT_EQ(request.settings.background, SbColor(0, 0, 0));
+
+    ASSERT_TRUE(parses({"--background", "0.25,1,0", "-o", "b.png", "--size", "320x200", "a.iv"},
+                       request, error))
+        << error;
+    EXPECT_EQ(request.scenePath, "a.iv");
+    EXPECT_EQ(request.outputPath, "b.png");
+    EXPECT_EQ(request.settings.width, 320);
+    EXPECT_EQ(request.settings.height, 200);
+    EXPECT_EQ(request.settings.background, SbColor(0.25f, 1, 0));
+}
+
+TEST(RenderCommandLine, RejectsWrongArgumentsAndKeepsTheRequest) {
+    const std::vector<std::vector<const char*>> wrong = {
+        {},
+        {"a.iv"},
+        {"-o", "b.png"},
+        {"a.iv", "-o"},
+        {"a.iv", "-o", "b.png", "c.iv"},
+        {"a.iv", "-o", "b.png", "--frobnicate"},
+        {"a.iv", "-o", "b.png", "--size", "0x10"},
+        {"a.iv", "-o", "b.png", "--size", "640"},
+        {"a.iv", "-o", "b.png", "--size", "64x48x2"},
+        {"a.iv", "-o", "b.png", "--size", "100000x10"},
+        {"a.iv", "-o", "b.png", "--size"},
+        {"a.iv", "-o", "b.png", "--background", "1,2,0"},
+        {"a.iv", "-o", "b.png", "--background", "0.5,0.5"},
+        {"a.iv", "-o", "b.png", "--background", "0.5,0.5,0.5,"},
+        {"a.iv", "-o", "b.png", "--background", "red,green,blue"},
+        {"a.iv", "-o", "b.png", "--background", "-0.1,0,0"},
+    };
+    for (const auto& arguments : wrong) {
+        RenderRequest request;
+        request.scenePath = "kept.iv";
+        std::string error;
+        EXPECT_FALSE(parses(arguments, request, error)) << arguments.size() << " arguments";
+        EXPECT_FALSE(error.empty());
+        EXPECT_EQ(request.scenePath, "kept.iv");
+    }
+}
+
+class RenderProgram : public ::testing::Test {
+protected:
+    void SetUp() override { PoQuillon::init(); }
+    ScratchDir m_dir;
+};
+
+TEST_F(RenderProgram, RendersASceneFileIntoAPng) {
+    QUILLON_REQUIRE_RENDERING();
+    RenderRequest request;
+    request.scenePath = m_dir.write("cube.iv", redCubeScene);
+    request.outputPath = m_dir.file("cube.png");
+    request.settings.width = 64;
+    request.settings.height = 48;
+    request.settings.background = SbColor(0, 0, 1);
+    std::string error;
+    ASSERT_TRUE(renderSceneFileToPng(request, error)) << error;
+
+    const RenderImage image = readPngFile(request.outputPath);
+    ASSERT_EQ(image.width(), 64);
+    ASSERT_EQ(image.height(), 48);
+    EXPECT_EQ(image.channels(), 3);
+    EXPECT_TRUE(pixelNear(image, 32, 24, Rgb{255, 0, 0}));
+    EXPECT_TRUE(pixelNear(image, 0, 0, Rgb{0, 0, 255}, 0));
+    EXPECT_TRUE(pixelNear(image, 63, 47, Rgb{0, 0, 255}, 0));
+}
+
+TEST_F(RenderProgram, ReportsFailuresOnOneLine) {
+    RenderRequest request;
+    request.scenePath = m_dir.file("missing.iv");
+    request.outputPath = m_dir.file("missing.png");
+    std::string error;
+    EXPECT_FALSE(renderSceneFileToPng(request, error));
+    EXPECT_NE(error.find("missing.iv"), std::string::npos) << error;
+    EXPECT_FALSE(std::filesystem::exists(request.outputPath));
+
+    QUILLON_REQUIRE_RENDERING();
+    request.scenePath = m_dir.write("cube.iv", redCubeScene);
+    request.outputPath = m_dir.file("no-dir/cube.png");
+    EXPECT_FALSE(renderSceneFileToPng(request, error));
+    EXPECT_NE(error.find("no-dir/cube.png"), std::string::npos) << error;
+}
+
+TEST_F(RenderProgram, ProgramRendersAnExampleQuietly) {
+    QUILLON_REQUIRE_RENDERING();
+    const std::string output = m_dir.file("shapes.png");
+    const RunResult run = runProgram({std::string(QUILLON_EXAMPLES_DIR) + "/toolkit-shapes.iv",
+                                      "-o", output, "--size", "120x90", "--background", "1,1,1"},
+                                     m_dir);
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.stderrText, "");
+    const RenderImage image = readPngFile(output);
+    ASSERT_EQ(image.width(), 120);
+    ASSERT_EQ(image.height(), 90);
+    EXPECT_TRUE(pixelNear(image, 0, 0, Rgb{255, 255, 255}, 0));
+    EXPECT_FALSE(isAllBackground(image, Rgb{255, 255, 255}));
+}
+
+TEST_F(RenderProgram, ProgramExitCodes) {
+    const RunResult noOutput = runProgram({"scene.iv"}, m_dir);
+    EXPECT_EQ(noOutput.exitCode, 2);
+    EXPECT_NE(noOutput.stderrText.find("usage: quillon-render SCENE.iv -o OUT.png"),
+              std::string::npos)
+        << noOutput.stderrText;
+
+    const RunResult badSize =
+        runProgram({"scene.iv", "-o", m_dir.file("x.png"), "--size", "big"}, m_dir);
+    EXPECT_EQ(badSize.exitCode, 2);
+
+    const std::string broken =
+        m_dir.write("broken.iv", "#Inventor V2.1 ascii\nSeparator {\n  Cube { width }\n}\n");
+    const RunResult syntax = runProgram({broken, "-o", m_dir.file("broken.png")}, m_dir);
+    EXPECT_EQ(syntax.exitCode, 1);
+    EXPECT_EQ(syntax.stderrText.rfind("quillon-render: " + broken + ", line 3: ", 0), 0u)
+        << syntax.stderrText;
+    EXPECT_EQ(syntax.stderrText.find('\n'), syntax.stderrText.size() - 1) << syntax.stderrText;
+
+    const RunResult missing = runProgram({m_dir.file("none.iv"), "-o", m_dir.file("n.png")}, m_dir);
+    EXPECT_EQ(missing.exitCode, 1);
+    EXPECT_EQ(missing.stderrText, "quillon-render: cannot open " + m_dir.file("none.iv") +
+                                      ": No such file or directory\n");
+}

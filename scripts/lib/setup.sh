@@ -49,7 +49,7 @@ quillon_install_packages() {
 quillon_configure() {
     local extra=()
     read -r -a extra <<<"${QUILLON_CMAKE_ARGS:-}"
-    quillon_log "configuring $QUILLON_BUILD_DIR ($QUILLON_BUILD_TYPE ${extra[*]})"
+    quillon_log "configuring $QUILLON_BUILD_DIR: $QUILLON_BUILD_TYPE ${extra[*]}"
     cmake -S "$QUILLON_ROOT" -B "$QUILLON_BUILD_DIR" \
         -DCMAKE_BUILD_TYPE="$QUILLON_BUILD_TYPE" \
         -DCGAL_DO_NOT_WARN_ABOUT_CMAKE_BUILD_TYPE=TRUE \

@@ -31,3 +31,4 @@
 #include <Quillon/nodes/PoSFMesh.h>
 
 #include <Quillon/3Ddata/PoVolumwright.h>
+#include <Quillon/graph/PbDomain.h>

@@ -12,6 +12,18 @@
 #include <Quillon/graph/PoPlotwright.h>
 
 #include <Quillon/nodes/PoBevelEdge.h>
+#include <Quillon/nodes/PoProfileCoordinate2.h>
+#include <Quillon/nodes/PoSquareProfile.h>
+#include <Quillon/nodes/PoEllipticProfile.h>
+#include <Quillon/nodes/PoCircularProfile.h>
+#include <Quillon/nodes/PoProfile.h>
+#include <Quillon/nodes/PoCoordinateListFilter.h>
+#include <Quillon/nodes/PoPeriodFilter.h>
+#include <Quillon/nodes/PoIndexListFilter.h>
+#include <Quillon/nodes/PoPeriodIndexFilter.h>
+#include <Quillon/nodes/PoMesh1DFilter.h>
+#include <Quillon/nodes/PoIntervalCellFilter.h>
+#include <Quillon/nodes/PoCellFilter.h>
 #include <Quillon/nodes/PoBevelEdgeElement.h>
 #include <Quillon/nodes/PoCellFilterElement.h>
 #include <Quillon/nodes/PoDataMappingElement.h>

@@ -271,7 +271,8 @@ void PoBase::runCatchAction(SoAction* action) {
 void PoBase::updateDomainCache(void) {
     withoutNotification(this, [this] { setDomainTransform(getDomain()); });
     rebuildCache(&m_domainCache);
-    m_domainCache->addElement(m_state->getConstElement(PoDomainElement::getClassStackIndex()));
+    if (const auto* element = PoClassRegistration::readableElement<PoDomainElement>(m_state))
+        m_domainCache->addElement(element);
 }
 
 void PoBase::rebuildWithoutNotification(void) {
@@ -372,8 +373,11 @@ void PoBase::setDomain(PbDomain* domain) {
 }
 
 const PbDomain* PoBase::getDomain(void) const {
-    if (m_domain == &m_defaultDomain && m_stateValid && m_state)
-        return PoDomainElement::get(m_state);
+    if (m_domain == &m_defaultDomain && m_stateValid && m_state) {
+        // Actions that do not carry the library's state find no domain there.
+        if (const PbDomain* domain = PoDomainElement::get(m_state))
+            return domain;
+    }
     return m_domain;
 }
 

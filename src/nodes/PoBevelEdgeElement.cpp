@@ -11,15 +11,14 @@ void PoBevelEdgeElement::init(SoState* state) {
 
 void PoBevelEdgeElement::set(SoState* state, SoNode* node, int on, float radius,
                              PoBevelEdge::RadiusFlag radiusFlag, float angle) {
-    auto* element = static_cast<PoBevelEdgeElement*>(
-        SoReplacedElement::getElement(state, classStackIndex, node));
+    auto* element = PO_WRITABLE_ELEMENT(PoBevelEdgeElement, state, node);
     if (element)
         element->m_values = {on, radius, radiusFlag, angle};
 }
 
 void PoBevelEdgeElement::get(SoState* state, int& on, float& radius,
                              PoBevelEdge::RadiusFlag& radiusFlag, float& angle) {
-    auto* element = static_cast<const PoBevelEdgeElement*>(getConstElement(state, classStackIndex));
+    const auto* element = PoClassRegistration::readableElement<PoBevelEdgeElement>(state);
     const Values values = element ? element->m_values : getDefault();
     on = values.on;
     radius = values.radius;

@@ -26,8 +26,7 @@ void PoLabelHintsElement::set(SoState* state, SoNode* node, PoLabelHints::LabelP
 void PoLabelHintsElement::set(SoState* state, SoNode* node, PoLabelHints::LabelPath path,
                               PoLabelHints::Justification justification, const SbString& text,
                               int labelStep, int firstLabel) {
-    auto* element = static_cast<PoLabelHintsElement*>(
-        SoReplacedElement::getElement(state, classStackIndex, node));
+    auto* element = PO_WRITABLE_ELEMENT(PoLabelHintsElement, state, node);
     if (!element)
         return;
     element->m_path = path;
@@ -38,7 +37,7 @@ void PoLabelHintsElement::set(SoState* state, SoNode* node, PoLabelHints::LabelP
 }
 
 const PoLabelHintsElement* PoLabelHintsElement::getReadable(SoState* state) {
-    return static_cast<const PoLabelHintsElement*>(getConstElement(state, classStackIndex));
+    return PoClassRegistration::readableElement<PoLabelHintsElement>(state);
 }
 
 int PoLabelHintsElement::get(SoState* state, PoLabelHints::LabelPath& path,

@@ -11,14 +11,12 @@ void PoMesh1DHintsElement::init(SoState* state) {
 
 void PoMesh1DHintsElement::set(SoState* state, SoNode* node,
                                PoMesh1DHints::GeomInterpretation interpretation) {
-    auto* element = static_cast<PoMesh1DHintsElement*>(
-        SoReplacedElement::getElement(state, classStackIndex, node));
+    auto* element = PO_WRITABLE_ELEMENT(PoMesh1DHintsElement, state, node);
     if (element)
         element->m_interpretation = interpretation;
 }
 
 PoMesh1DHints::GeomInterpretation PoMesh1DHintsElement::get(SoState* state) {
-    auto* element =
-        static_cast<const PoMesh1DHintsElement*>(getConstElement(state, classStackIndex));
+    const auto* element = PoClassRegistration::readableElement<PoMesh1DHintsElement>(state);
     return element ? element->m_interpretation : getDefault();
 }

@@ -12,8 +12,7 @@ void PoMeshElement::init(SoState* state) {
 }
 
 PoMeshElement* PoMeshElement::getWritable(SoState* state, SoNode* node) {
-    auto* element =
-        static_cast<PoMeshElement*>(SoReplacedElement::getElement(state, classStackIndex, node));
+    auto* element = PO_WRITABLE_ELEMENT(PoMeshElement, state, node);
     if (element) {
         element->m_mesh1D = nullptr;
         element->m_mesh2D = nullptr;
@@ -23,7 +22,7 @@ PoMeshElement* PoMeshElement::getWritable(SoState* state, SoNode* node) {
 }
 
 const PoMeshElement* PoMeshElement::getReadable(SoState* state) {
-    return static_cast<const PoMeshElement*>(getConstElement(state, classStackIndex));
+    return PoClassRegistration::readableElement<PoMeshElement>(state);
 }
 
 void PoMeshElement::set(SoState* state, SoNode* node, const PbMesh1D* mesh) {

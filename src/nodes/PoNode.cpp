@@ -2,8 +2,17 @@
 
 #include <Quillon/graph/PoBase.h>
 #include <Quillon/nodes/PoBevelEdge.h>
+#include <Quillon/nodes/PoCircularProfile.h>
+#include <Quillon/nodes/PoCoordinateListFilter.h>
+#include <Quillon/nodes/PoEllipticProfile.h>
+#include <Quillon/nodes/PoIndexListFilter.h>
+#include <Quillon/nodes/PoIntervalCellFilter.h>
 #include <Quillon/nodes/PoLabelHints.h>
 #include <Quillon/nodes/PoMesh1DHints.h>
+#include <Quillon/nodes/PoPeriodFilter.h>
+#include <Quillon/nodes/PoPeriodIndexFilter.h>
+#include <Quillon/nodes/PoProfileCoordinate2.h>
+#include <Quillon/nodes/PoSquareProfile.h>
 
 #include <Inventor/actions/SoCallbackAction.h>
 #include <Inventor/actions/SoGLRenderAction.h>
@@ -23,8 +32,20 @@ namespace {
 const PoClassRegistration::ClassEntry s_nodeClasses[] = {
     PO_CLASS_ENTRY(PoNode),
     PO_CLASS_ENTRY(PoBevelEdge),
+    PO_CLASS_ENTRY(PoMesh1DFilter),
+    PO_CLASS_ENTRY(PoPeriodIndexFilter),
+    PO_CLASS_ENTRY(PoIndexListFilter),
+    PO_CLASS_ENTRY(PoPeriodFilter),
+    PO_CLASS_ENTRY(PoCoordinateListFilter),
     PO_CLASS_ENTRY(PoMesh1DHints),
+    PO_CLASS_ENTRY(PoProfile),
+    PO_CLASS_ENTRY(PoCircularProfile),
+    PO_CLASS_ENTRY(PoEllipticProfile),
+    PO_CLASS_ENTRY(PoSquareProfile),
+    PO_CLASS_ENTRY(PoProfileCoordinate2),
     PO_CLASS_ENTRY(PoLabelHints),
+    PO_CLASS_ENTRY(PoCellFilter),
+    PO_CLASS_ENTRY(PoIntervalCellFilter),
 };
 } // namespace
 

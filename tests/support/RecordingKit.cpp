@@ -25,7 +25,8 @@ RecordingKit::~RecordingKit() {
 }
 
 void RecordingKit::basicObjectChange(PbBase* object) {
-    notifications.push_back({object, object->getChangeType()});
+    static int sequence = 0;
+    notifications.push_back({object, object->getChangeType(), sequence++});
     PoBase::basicObjectChange(object);
 }
 
@@ -35,7 +36,7 @@ void RecordingKit::rebuild() {
     if (isStateValid()) {
         SoState* state = getState();
         lastDataMapping = PoDataMappingElement::get(state);
-        addElementToCache(state->getConstElement(PoDataMappingElement::getClassStackIndex()));
+        addElementToCache(PoClassRegistration::readableElement<PoDataMappingElement>(state));
     }
     postRebuild();
 }

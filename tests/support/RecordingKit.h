@@ -17,6 +17,7 @@ public:
     struct Notification {
         PbBase* object;
         PbBase::ChangeType change;
+        int sequence; // process-wide order of all kits' notifications
     };
 
     SoSFFloat value;

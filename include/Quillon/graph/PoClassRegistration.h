@@ -12,7 +12,10 @@
 // type cannot be removed and changes nothing.
 
 #include <Inventor/SoType.h>
+#include <Inventor/elements/SoCacheElement.h>
+#include <Inventor/elements/SoReplacedElement.h>
 #include <Inventor/elements/SoSubElement.h>
+#include <Inventor/misc/SoState.h>
 #include <Inventor/nodekits/SoSubKit.h>
 #include <Inventor/nodes/SoSubNode.h>
 #include <cstddef>
@@ -34,6 +37,17 @@ public:
 
     // Enables an element in the nine actions that carry the library's state.
     static void enableElement(SoType type, int stackIndex);
+
+    // The element of the state for reading, recorded in the caches open on
+    // the state; null when the action traversing does not carry it.
+    template <class Element> static const Element* readableElement(SoState* state) {
+        if (!state || !state->isElementEnabled(Element::getClassStackIndex()))
+            return nullptr;
+        const SoElement* element = state->getConstElement(Element::getClassStackIndex());
+        if (state->isCacheOpen())
+            SoCacheElement::addElement(state, element);
+        return static_cast<const Element*>(element);
+    }
 
     // One class of a family list: its registration and unregistration.
     struct ClassEntry {
@@ -57,6 +71,14 @@ public:
         Guard& operator=(const Guard&) = delete;
     };
 };
+
+// Inside an element class: the element of the state for writing, recording
+// the node that sets it; null when the action does not carry the element.
+#define PO_WRITABLE_ELEMENT(_class_, _state_, _node_)                                              \
+    ((_state_) && (_state_)->isElementEnabled(_class_::classStackIndex)                            \
+         ? static_cast<_class_*>(                                                                  \
+               SoReplacedElement::getElement(_state_, _class_::classStackIndex, _node_))           \
+         : nullptr)
 
 #define PO_CLASS_ENTRY(_class_)                                                                    \
     PoClassRegistration::ClassEntry {                                                              \

@@ -3,6 +3,8 @@
 
 #include <Inventor/elements/SoReplacedElement.h>
 
+class PbDomain;
+
 // The domain of the kits below; a process-wide default domain when no PoDomain node was met.
 class PoDomainElement : public SoReplacedElement {
     PO_POINTER_ELEMENT_HEADER(PoDomainElement, PbDomain);

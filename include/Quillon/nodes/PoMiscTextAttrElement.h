@@ -3,6 +3,8 @@
 
 #include <Inventor/elements/SoReplacedElement.h>
 
+class PbMiscTextAttr;
+
 // The text attributes; default attributes when no node set them.
 class PoMiscTextAttrElement : public SoReplacedElement {
     PO_POINTER_ELEMENT_HEADER(PoMiscTextAttrElement, PbMiscTextAttr);

@@ -3,6 +3,8 @@
 
 #include <Inventor/elements/SoReplacedElement.h>
 
+class PbNumericDisplayFormat;
+
 // The numeric display format; a default automatic format when no node set one.
 class PoNumericDisplayFormatElement : public SoReplacedElement {
     PO_POINTER_ELEMENT_HEADER(PoNumericDisplayFormatElement, PbNumericDisplayFormat);

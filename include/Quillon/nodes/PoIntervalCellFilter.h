@@ -1,0 +1,22 @@
+#pragma once
+#include <Quillon/nodes/PoCellFilter.h>
+
+#include <Inventor/fields/SoSFBool.h>
+#include <Inventor/fields/SoSFFloat.h>
+
+// Accepts the cells whose value lies in the closed interval [min, max],
+// or, with `in` set to FALSE, those whose value lies outside it.
+class PoIntervalCellFilter : public PoCellFilter {
+    PO_NODE_HEADER(PoIntervalCellFilter);
+
+public:
+    SoSFFloat min;
+    SoSFFloat max;
+    SoSFBool in;
+
+    PoIntervalCellFilter();
+    SbBool acceptCell(int cellIndex, double cellValue) const override;
+
+protected:
+    ~PoIntervalCellFilter() override;
+};

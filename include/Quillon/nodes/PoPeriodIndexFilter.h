@@ -1,0 +1,19 @@
+#pragma once
+#include <Quillon/nodes/PoMesh1DFilter.h>
+
+#include <Inventor/fields/SoSFInt32.h>
+
+// Keeps one node every `period` nodes, from `firstIndex` on.
+class PoPeriodIndexFilter : public PoMesh1DFilter {
+    PO_NODE_HEADER(PoPeriodIndexFilter);
+
+public:
+    SoSFInt32 firstIndex;
+    SoSFInt32 period;
+
+    PoPeriodIndexFilter();
+    PbArrayOfInt getFilteredIndices(int numNodes, const float* coordinates) const override;
+
+protected:
+    ~PoPeriodIndexFilter() override;
+};

@@ -1,0 +1,18 @@
+#pragma once
+#include <Quillon/nodes/PoProfile.h>
+
+#include <Inventor/fields/SoSFFloat.h>
+
+// A square of side `size`, counter-clockwise from its lower-left corner.
+class PoSquareProfile : public PoProfile {
+    PO_NODE_HEADER(PoSquareProfile);
+
+public:
+    SoSFFloat size;
+
+    PoSquareProfile();
+    std::vector<SbVec2f> getProfilePoints(void) const override;
+
+protected:
+    ~PoSquareProfile() override;
+};

@@ -1,0 +1,192 @@
+#include <Quillon/PoQuillon.h>
+#include <Quillon/graph/PbDomain.h>
+#include <Quillon/nodes/PoDomainElement.h>
+
+#include "support/ErrorRecorder.h"
+#include "support/RecordingKit.h"
+
+#include <Inventor/SoOutput.h>
+#include <Inventor/actions/SoCallbackAction.h>
+#include <Inventor/actions/SoWriteAction.h>
+#include <Inventor/nodes/SoCallback.h>
+#include <Inventor/nodes/SoSeparator.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+std::string writeToString(SoNode* node) {
+    SoOutput output;
+    output.setBuffer(malloc(1024), 1024, realloc);
+    SoWriteAction writer(&output);
+    writer.apply(node);
+    void* buffer = nullptr;
+    size_t size = 0;
+    output.getBuffer(buffer, size);
+    std::string text(static_cast<char*>(buffer), size);
+    free(buffer);
+    return text;
+}
+} // namespace
+
+class PoBaseTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        PoQuillon::init();
+        RecordingKit::ensureRegistered();
+        root = new SoSeparator;
+        root->ref();
+        kit = new RecordingKit;
+        root->addChild(kit);
+    }
+    void TearDown() override {
+        root->unref();
+        PoBase::setNodeWriteFormat(PoBase::FOLD_NODE_WRITE_FORMAT);
+        PoQuillon::finish();
+    }
+    void traverse() {
+        SoCallbackAction action;
+        action.apply(root);
+    }
+    SoSeparator* root = nullptr;
+    RecordingKit* kit = nullptr;
+};
+
+TEST_F(PoBaseTest, TwoTraversalsRebuildOnce) {
+    traverse();
+    traverse();
+    EXPECT_EQ(kit->rebuildCount, 1);
+    EXPECT_TRUE(kit->isBuilt());
+    EXPECT_FALSE(kit->isModified());
+}
+
+TEST_F(PoBaseTest, DeferredUpdateWaitsForTraversal) {
+    traverse();
+    kit->value = 2.0f;
+    EXPECT_EQ(kit->rebuildCount, 1);
+    EXPECT_TRUE(kit->isModified());
+    traverse();
+    EXPECT_EQ(kit->rebuildCount, 2);
+}
+
+TEST_F(PoBaseTest, ImmediateUpdateRebuildsInsideAssignment) {
+    traverse();
+    kit->setUpdateMethod(PoBase::UPDATE_IMMEDIATELY);
+    kit->value = 3.0f;
+    EXPECT_EQ(kit->rebuildCount, 2);
+    EXPECT_FALSE(kit->isModified());
+}
+
+TEST_F(PoBaseTest, TouchKitSchedulesRebuild) {
+    traverse();
+    kit->touchKit();
+    EXPECT_TRUE(kit->isModified());
+    traverse();
+    EXPECT_EQ(kit->rebuildCount, 2);
+}
+
+TEST_F(PoBaseTest, RebuildCallbacksAreSingleSlots) {
+    int pre = 0;
+    int post = 0;
+    auto count = [](void* data, PoBase*) { ++*static_cast<int*>(data); };
+    kit->addPreRebuildCallback(count, &pre);
+    kit->addPostRebuildCallback(count, &post);
+    kit->removePostRebuildCallback(count, &pre); // other data: ignored
+    traverse();
+    EXPECT_EQ(pre, 1);
+    EXPECT_EQ(post, 1);
+    kit->removePreRebuildCallback(count, &pre);
+    kit->touchKit();
+    traverse();
+    EXPECT_EQ(pre, 1);
+    EXPECT_EQ(post, 2);
+}
+
+TEST_F(PoBaseTest, WriteActionCountingReferencesDoesNotRebuild) {
+    kit->touchKit();
+    auto* catcher = static_cast<SoCallback*>(kit->getPart("catchActionCallback", FALSE));
+    ASSERT_NE(catcher, nullptr);
+    SoOutput output;
+    output.setBuffer(malloc(256), 256, realloc);
+    SoWriteAction writer(&output);
+    output.setStage(SoOutput::COUNT_REFS);
+    writer.apply(catcher);
+    EXPECT_EQ(kit->rebuildCount, 0);
+    EXPECT_TRUE(kit->isModified());
+    output.setStage(SoOutput::WRITE);
+    writer.apply(catcher);
+    EXPECT_EQ(kit->rebuildCount, 1);
+}
+
+TEST_F(PoBaseTest, WriteFormatDecidesWhetherRepresentationIsWritten) {
+    traverse();
+    kit->getPart("alternateRep", TRUE);
+    PoBase::setNodeWriteFormat(PoBase::FOLD_NODE_WRITE_FORMAT);
+    const std::string folded = writeToString(kit);
+    EXPECT_EQ(folded.find("alternateRep"), std::string::npos) << folded;
+    EXPECT_EQ(folded.find("catchActionCallback"), std::string::npos) << folded;
+    PoBase::setNodeWriteFormat(PoBase::UNFOLD_NODE_WRITE_FORMAT);
+    const std::string unfolded = writeToString(kit);
+    EXPECT_NE(unfolded.find("alternateRep"), std::string::npos) << unfolded;
+    EXPECT_EQ(unfolded.find("catchActionCallback"), std::string::npos) << unfolded;
+}
+
+TEST_F(PoBaseTest, DomainFallsBackToDefaultWhenDestroyed) {
+    auto* domain = new PbDomain(0, 0, 4, 2, 0);
+    kit->setDomain(domain);
+    EXPECT_EQ(kit->getDomain(), domain);
+    traverse();
+    const int built = kit->rebuildCount;
+    delete domain;
+    EXPECT_NE(kit->getDomain(), nullptr);
+    EXPECT_TRUE(kit->isModified());
+    traverse();
+    EXPECT_EQ(kit->rebuildCount, built + 1);
+}
+
+TEST_F(PoBaseTest, DomainOfTheStateIsUsedUnlessOneWasSet) {
+    PbDomain own(0, 0, 2, 2, 0);
+    kit->setDomain(&own);
+    kit->setDomain(nullptr);
+    const PbDomain* seen = nullptr;
+    kit->addPostRebuildCallback(
+        [](void* data, PoBase* self) { *static_cast<const PbDomain**>(data) = self->getDomain(); },
+        &seen);
+    traverse();
+    EXPECT_NE(seen, &own);
+    EXPECT_NE(seen, nullptr);
+}
+
+TEST_F(PoBaseTest, DomainTransformTypeChangeDoesNotRebuild) {
+    PbDomain domain(0, 0, 4, 2, 0);
+    kit->setDomain(&domain);
+    traverse();
+    const int built = kit->rebuildCount;
+    domain.setTransformType(PbDomain::TRANSFORM_01);
+    EXPECT_FALSE(kit->isModified());
+    EXPECT_NE(kit->getPart("domainTransform", FALSE), nullptr);
+    domain.setDomain(0, 0, 8, 2, 0);
+    EXPECT_TRUE(kit->isModified());
+    traverse();
+    EXPECT_EQ(kit->rebuildCount, built + 1);
+    kit->setDomain(nullptr);
+}
+
+TEST_F(PoBaseTest, CopyGetsItsOwnCallbacks) {
+    kit->setUpdateMethod(PoBase::UPDATE_IMMEDIATELY);
+    auto* duplicate = static_cast<RecordingKit*>(kit->copy());
+    duplicate->ref();
+    EXPECT_EQ(duplicate->getUpdateMethod(), PoBase::UPDATE_IMMEDIATELY);
+    auto* catcher = static_cast<SoCallback*>(duplicate->getPart("catchActionCallback", FALSE));
+    ASSERT_NE(catcher, nullptr);
+    duplicate->touchKit();
+    const int before = duplicate->rebuildCount;
+    duplicate->setUpdateMethod(PoBase::UPDATE_AT_TRAVERSAL);
+    duplicate->touchKit();
+    SoCallbackAction action;
+    action.apply(duplicate);
+    EXPECT_EQ(duplicate->rebuildCount, before + 1);
+    EXPECT_EQ(kit->rebuildCount, 0);
+    duplicate->unref();
+}

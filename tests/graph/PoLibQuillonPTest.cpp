@@ -1,0 +1,74 @@
+#include <Quillon/PoQuillon.h>
+
+#include "graph/PoLibQuillonP.h"
+#include "platform/FsFarspanApp.h"
+#include "support/ErrorRecorder.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <dlfcn.h>
+#include <string>
+
+namespace {
+// Loads the stand-in view module by its path, so that the library finds it
+// already loaded under its file name.
+void* preloadFakeModule() {
+    const char* directory = std::getenv("QUILLON_FAKE_VIEW_MODULE_DIR");
+    if (!directory)
+        return nullptr;
+    return dlopen((std::string(directory) + "/QuillonWinD.so").c_str(), RTLD_NOW | RTLD_GLOBAL);
+}
+} // namespace
+
+class PoLibQuillonPTest : public ::testing::Test {
+protected:
+    void SetUp() override { PoQuillon::init(); }
+    void TearDown() override {
+        FsFarspanApp::setRunningQt(false);
+        FsFarspanApp::setRunningWx(false);
+        PoQuillon::finish();
+    }
+};
+
+TEST_F(PoLibQuillonPTest, FileNameFollowsGuiSystem) {
+    EXPECT_STREQ(PoLibQuillonP::getModuleFileName().getString(), "QuillonWinD.so");
+    FsFarspanApp::setRunningWx(true);
+    EXPECT_STREQ(PoLibQuillonP::getModuleFileName().getString(), "QuillonWxD.so");
+    FsFarspanApp::setRunningQt(true);
+    EXPECT_STREQ(PoLibQuillonP::getModuleFileName().getString(), "QuillonQtD.so");
+}
+
+TEST_F(PoLibQuillonPTest, MissingModuleIsReported) {
+    ErrorRecorder errors;
+    FsFarspanApp::setRunningQt(true);
+    EXPECT_EQ(PoLibQuillonP::instance(), nullptr);
+    EXPECT_FALSE(PoLibQuillonP::isAvailable());
+    EXPECT_TRUE(errors.contains("Could not load QuillonQtD.so")) << errors.messages().size();
+}
+
+TEST_F(PoLibQuillonPTest, SingletonIsReleasedAfterAllButTheFirstReference) {
+    ASSERT_NE(preloadFakeModule(), nullptr) << dlerror();
+    PoLibQuillonP* first = PoLibQuillonP::instance();
+    ASSERT_NE(first, nullptr);
+    EXPECT_EQ(PoLibQuillonP::instance(), first);
+    EXPECT_TRUE(PoLibQuillonP::isAvailable());
+    PoLibQuillonP::finish();
+    EXPECT_FALSE(PoLibQuillonP::isAvailable());
+    PoLibQuillonP::finish();
+    EXPECT_FALSE(PoLibQuillonP::isAvailable());
+}
+
+TEST_F(PoLibQuillonPTest, LastFinishCallsTheModuleFinaliser) {
+    void* module = preloadFakeModule();
+    ASSERT_NE(module, nullptr) << dlerror();
+    const int* exitCount = static_cast<int*>(dlsym(module, "fakeViewModuleExitCount"));
+    ASSERT_NE(exitCount, nullptr);
+    PoLibQuillonP::instance();
+    PoLibQuillonP::instance();
+    EXPECT_EQ(*exitCount, 0);
+    PoQuillon::finish();
+    EXPECT_EQ(*exitCount, 1);
+    EXPECT_FALSE(PoLibQuillonP::isAvailable());
+    PoQuillon::init(); // balanced by TearDown
+}

@@ -1,0 +1,167 @@
+#include <Quillon/Quillon.h>
+
+#include "platform/FsInitModuleCmd.h"
+#include "platform/PfToolkit.h"
+#include "platform/SoFarspan.h"
+#include "support/ErrorRecorder.h"
+#include "support/RecordingKit.h"
+
+#include <Inventor/SoDB.h>
+#include <Inventor/actions/SoCallbackAction.h>
+#include <Inventor/nodes/SoSeparator.h>
+
+#include <gtest/gtest.h>
+
+#include <regex>
+#include <string>
+#include <vector>
+
+namespace {
+SoType typeNamed(const char* name) {
+    return SoType::fromName(SbName(name));
+}
+
+// The classes that exist, in the order the library registers them.
+const std::vector<const char*> registrationOrder = {
+    "PoBase",
+    "PoPlotwright",
+    "PoVolumwright",
+    "PoDomainElement",
+    "PoNumericDisplayFormatElement",
+    "PoIsovaluesListElement",
+    "PoDateFormatMappingElement",
+    "PoMiscTextAttrElement",
+    "PoDataMappingElement",
+    "PoCellFilterElement",
+    "PoMeshElement",
+    "PoBevelEdgeElement",
+    "PoMesh1DFilterElement",
+    "PoMesh1DHintsElement",
+    "PoProfileElement",
+    "PoLabelHintsElement",
+    "PoNode",
+    "PoBevelEdge",
+    "PoMesh1DHints",
+    "PoLabelHints",
+    "PoSFMesh",
+};
+
+void expectRegisteredInOrder() {
+    int previousKey = -1;
+    for (const char* name : registrationOrder) {
+        const SoType type = typeNamed(name);
+        ASSERT_NE(type, SoType::badType()) << name;
+        EXPECT_GT(static_cast<int>(type.getKey()), previousKey) << name;
+        previousKey = type.getKey();
+    }
+}
+
+void expectNothingRegistered() {
+    for (const char* name : registrationOrder)
+        EXPECT_EQ(typeNamed(name), SoType::badType()) << name;
+}
+} // namespace
+
+TEST(PoQuillon, RegistersEveryFamilyInOrder) {
+    PoQuillon::init();
+    expectRegisteredInOrder();
+    EXPECT_EQ(PoBase::getClassTypeId().getParent(), SoBaseKit::getClassTypeId());
+    EXPECT_TRUE(FsInitModuleCmd::Instance()->isRegistered("Quillon"));
+    PoQuillon::finish();
+}
+
+TEST(PoQuillon, CountsInitAndFinish) {
+    PoQuillon::init();
+    PoQuillon::init();
+    PoQuillon::finish();
+    EXPECT_TRUE(PoQuillon::isInitialized());
+    EXPECT_NE(typeNamed("PoBase"), SoType::badType());
+    PoQuillon::finish();
+    EXPECT_FALSE(PoQuillon::isInitialized());
+    expectNothingRegistered();
+}
+
+TEST(PoQuillon, RegistersAgainAfterFullFinish) {
+    PoQuillon::init();
+    PoQuillon::finish();
+    PoQuillon::init();
+    expectRegisteredInOrder();
+
+    // Nodes of the new registration can be created and traversed.
+    SoSeparator* root = new SoSeparator;
+    root->ref();
+    root->addChild(new PoMesh1DHints);
+    SoCallbackAction action;
+    action.apply(root);
+    root->unref();
+    PoQuillon::finish();
+}
+
+TEST(PoQuillon, FinishWithoutInitTouchesNothing) {
+    const int toolkitCount = PfToolkit::getDBInitCount();
+    const int clusterCount = SoFarspan::getInitCount();
+    PoQuillon::finish();
+    EXPECT_EQ(PfToolkit::getDBInitCount(), toolkitCount);
+    EXPECT_EQ(SoFarspan::getInitCount(), clusterCount);
+    EXPECT_FALSE(PoQuillon::isInitialized());
+}
+
+TEST(PoQuillon, ToolkitCallsAreMadeOnEveryInitAndFinish) {
+    PoQuillon::init();
+    PoQuillon::init();
+    EXPECT_EQ(SoFarspan::getInitCount(), 2);
+    PoQuillon::finish();
+    PoQuillon::finish();
+    EXPECT_EQ(SoFarspan::getInitCount(), 0);
+    EXPECT_EQ(PfToolkit::getDBInitCount(), 0);
+}
+
+TEST(PoQuillon, KitKeepsLibraryRegisteredWhileItLives) {
+    PoQuillon::init();
+    RecordingKit::ensureRegistered();
+    auto* kit = new RecordingKit;
+    kit->ref();
+    PoQuillon::finish();
+    EXPECT_TRUE(PoQuillon::isInitialized());
+    EXPECT_NE(typeNamed("PoBase"), SoType::badType());
+    kit->unref();
+    EXPECT_FALSE(PoQuillon::isInitialized());
+    expectNothingRegistered();
+    RecordingKit::exitClass();
+}
+
+TEST(PoQuillon, ProductNameAndVersion) {
+    EXPECT_STREQ(PoQuillon::getProductName(), "Quillon");
+    EXPECT_TRUE(std::regex_match(PoQuillon::getVersion(), std::regex(R"(\d+\.\d+\.\d+\.\d+)")))
+        << PoQuillon::getVersion();
+}
+
+TEST(PoClassRegistration, ExitClassTwiceReportsAndChangesNothing) {
+    PoQuillon::init();
+    ErrorRecorder errors;
+    PoLabelHints::exitClass();
+    EXPECT_EQ(typeNamed("PoLabelHints"), SoType::badType());
+    EXPECT_TRUE(errors.messages().empty());
+
+    PoLabelHints::exitClass();
+    ASSERT_FALSE(errors.messages().empty());
+    EXPECT_TRUE(errors.contains("PoLabelHints::exitClass"));
+    EXPECT_TRUE(errors.contains("Unable to remove type ("));
+    EXPECT_TRUE(errors.contains(") for this class. Check exitClass() method is implemented and "
+                                "is called only once.\n"));
+    PoLabelHints::initClass();
+    EXPECT_NE(typeNamed("PoLabelHints"), SoType::badType());
+    PoQuillon::finish();
+}
+
+TEST(PoClassRegistration, ClassBeforeParentRegistersParentWithMessage) {
+    PfToolkit::initDB();
+    PfToolkit::initNodeKit();
+    ErrorRecorder errors;
+    ASSERT_EQ(PoBase::getClassTypeId(), SoType::badType());
+    RecordingKit::initClass();
+    EXPECT_TRUE(errors.contains("RecordingKit initialized before parent class PoBase\n"));
+    EXPECT_TRUE(errors.contains("RecordingKit::initClass"));
+    EXPECT_NE(PoBase::getClassTypeId(), SoType::badType());
+    EXPECT_EQ(RecordingKit::getClassTypeId().getParent(), PoBase::getClassTypeId());
+}

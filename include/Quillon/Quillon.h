@@ -44,3 +44,11 @@
 
 #include <Quillon/3Ddata/PoVolumwright.h>
 #include <Quillon/graph/PbDomain.h>
+#include <Quillon/graph/PbMiscTextAttr.h>
+#include <Quillon/graph/PbNumericDisplayFormat.h>
+#include <Quillon/graph/PiNumericFormat.h>
+#include <Quillon/graph/PiColorConversion.h>
+#include <Quillon/graph/PbDataMapping.h>
+#include <Quillon/graph/PbLinearDataMapping.h>
+#include <Quillon/graph/PbNonLinearDataMapping.h>
+#include <Quillon/graph/PbNonLinearDataMapping2.h>

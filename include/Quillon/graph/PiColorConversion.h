@@ -1,0 +1,12 @@
+#pragma once
+#include <Inventor/SbColor.h>
+
+// Conversion between RGB and HLS colours (hue in degrees in [0, 360),
+// lightness and saturation in [0, 1]), the double-hexcone model.  Data
+// mappings and legends use it in both directions.
+class PiColorConversion {
+public:
+    static void rgbToHls(const SbColor& rgb, float hls[3]);
+    // Any hue is accepted and taken modulo 360.
+    static SbColor hlsToRgb(const float hls[3]);
+};

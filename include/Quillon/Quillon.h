@@ -52,3 +52,14 @@
 #include <Quillon/graph/PbLinearDataMapping.h>
 #include <Quillon/graph/PbNonLinearDataMapping.h>
 #include <Quillon/graph/PbNonLinearDataMapping2.h>
+#include <Quillon/3Ddata/PbCell.h>
+#include <Quillon/3Ddata/PbSurfaceCell.h>
+#include <Quillon/3Ddata/PbTriangleCell.h>
+#include <Quillon/3Ddata/PbQuadrangleCell.h>
+#include <Quillon/3Ddata/PbPixelCell.h>
+#include <Quillon/3Ddata/PbVolumeCell.h>
+#include <Quillon/3Ddata/PbTetrahedronCell.h>
+#include <Quillon/3Ddata/PbPyramidCell.h>
+#include <Quillon/3Ddata/PbWedgeCell.h>
+#include <Quillon/3Ddata/PbHexahedronCell.h>
+#include <Quillon/3Ddata/PbVoxelCell.h>

@@ -38,8 +38,7 @@ public:
     virtual void addValuesSet(int setIndex, const float* values, const SbString& name = "");
     virtual void addStringsSet(int setIndex, const SbString* strings, const SbString& name = "");
     virtual void addVecsSet(int setIndex, const SbVec3f* vecs, const SbString& name = "");
-    void addValuesSet(int setIndex, const float* values, DataBinding binding,
-                      const SbString& name);
+    void addValuesSet(int setIndex, const float* values, DataBinding binding, const SbString& name);
     void addVecsSet(int setIndex, const SbVec3f* vecs, DataBinding binding, const SbString& name);
 
     // Null when no set has that index.
@@ -104,8 +103,8 @@ public:
     // hinted form looks first at the hint and its neighbours.
     virtual const PbCell* findContainingCell(const SbVec3f& point, float tolerance,
                                              SbVec3f& pcoord) const;
-    virtual const PbCell* findContainingCell(const SbVec3f& point, float tolerance,
-                                             SbVec3f& pcoord, const PbCell* adjacentCell) const;
+    virtual const PbCell* findContainingCell(const SbVec3f& point, float tolerance, SbVec3f& pcoord,
+                                             const PbCell* adjacentCell) const;
 
     virtual void setCoordinates(const float* x, const float* y, const float* z);
     virtual void getCoordinates(const float*& x, const float*& y, const float*& z, int& sizeX,
@@ -146,10 +145,11 @@ protected:
     const PbCell* findContainingCellInIndex(const SbVec3f& point, float tolerance, SbVec3f& pcoord,
                                             const PbArrayOfInt& testedCells) const;
 
-    // Removes every value, string and vector set of a duplicating mesh whose
-    // node or cell count is about to change: their sizes would no longer
-    // match.  A mesh that references the caller's data keeps its sets.
-    void removeSetsOnResize(int newNumNodes, int newNumCells);
+    // Removes every value, string and vector set when the mesh duplicates its
+    // data; derived classes call it when their sizes change, since the sets
+    // would no longer match.  A mesh that references the caller's data keeps
+    // its sets.
+    void removeAllSetsIfDuplicated();
 
     // Sets the change type and notifies the connected kits.
     void notify(ChangeType type);

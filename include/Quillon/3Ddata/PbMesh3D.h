@@ -1,0 +1,26 @@
+#pragma once
+#include <Quillon/3Ddata/PbMesh.h>
+
+class SbPlane;
+
+// Base of the volume meshes: structured grids and unstructured meshes of
+// tetrahedra, pyramids, wedges and hexahedra.
+class PbMesh3D : public PbMesh {
+public:
+    // Sum of the cells' volumes.
+    float getVolume() const override;
+    // Area of the mesh's boundary: the facets that belong to one cell only.
+    float getArea() const override;
+    // The longest edge of all cells.
+    float getLongestEdgeLength() const override;
+
+    // True when a cross section by this plane is best computed by cutting
+    // the cells directly rather than as a level surface of the distance to
+    // the plane: so for axis-aligned grids cut across one of their axes,
+    // where the cut cells form a single slab found without visiting the
+    // others.  False here.
+    virtual int isCrossSectionOptimal(const SbPlane& plane) const;
+
+protected:
+    explicit PbMesh3D(int isDataDuplicate) : PbMesh(isDataDuplicate) {}
+};

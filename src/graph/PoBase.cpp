@@ -1,6 +1,7 @@
 #include <Quillon/graph/PoBase.h>
 
 #include <Quillon/3Ddata/PoVolumwright.h>
+#include <Quillon/PoQuillon.h>
 #include <Quillon/graph/PbDataMapping.h>
 #include <Quillon/graph/PbMiscTextAttr.h>
 #include <Quillon/graph/PoDebugError.h>

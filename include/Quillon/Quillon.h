@@ -12,6 +12,15 @@
 #include <Quillon/graph/PoPlotwright.h>
 
 #include <Quillon/nodes/PoBevelEdge.h>
+#include <Quillon/nodes/PoFieldWatch.h>
+#include <Quillon/nodes/PoNonLinearDataMapping2.h>
+#include <Quillon/nodes/PoNonLinearDataMapping.h>
+#include <Quillon/nodes/PoLinearDataMapping.h>
+#include <Quillon/nodes/PoDataMapping.h>
+#include <Quillon/nodes/PoMiscTextAttr.h>
+#include <Quillon/nodes/PoIsovaluesList.h>
+#include <Quillon/nodes/PoNumericDisplayFormat.h>
+#include <Quillon/nodes/PoDomain.h>
 #include <Quillon/nodes/PoProfileCoordinate2.h>
 #include <Quillon/nodes/PoSquareProfile.h>
 #include <Quillon/nodes/PoEllipticProfile.h>

@@ -4,11 +4,18 @@
 #include <Quillon/nodes/PoBevelEdge.h>
 #include <Quillon/nodes/PoCircularProfile.h>
 #include <Quillon/nodes/PoCoordinateListFilter.h>
+#include <Quillon/nodes/PoDomain.h>
 #include <Quillon/nodes/PoEllipticProfile.h>
 #include <Quillon/nodes/PoIndexListFilter.h>
 #include <Quillon/nodes/PoIntervalCellFilter.h>
+#include <Quillon/nodes/PoIsovaluesList.h>
 #include <Quillon/nodes/PoLabelHints.h>
+#include <Quillon/nodes/PoLinearDataMapping.h>
 #include <Quillon/nodes/PoMesh1DHints.h>
+#include <Quillon/nodes/PoMiscTextAttr.h>
+#include <Quillon/nodes/PoNonLinearDataMapping.h>
+#include <Quillon/nodes/PoNonLinearDataMapping2.h>
+#include <Quillon/nodes/PoNumericDisplayFormat.h>
 #include <Quillon/nodes/PoPeriodFilter.h>
 #include <Quillon/nodes/PoPeriodIndexFilter.h>
 #include <Quillon/nodes/PoProfileCoordinate2.h>
@@ -31,6 +38,14 @@ namespace {
 // the list backwards.
 const PoClassRegistration::ClassEntry s_nodeClasses[] = {
     PO_CLASS_ENTRY(PoNode),
+    PO_CLASS_ENTRY(PoDomain),
+    PO_CLASS_ENTRY(PoNumericDisplayFormat),
+    PO_CLASS_ENTRY(PoIsovaluesList),
+    PO_CLASS_ENTRY(PoMiscTextAttr),
+    PO_CLASS_ENTRY(PoDataMapping),
+    PO_CLASS_ENTRY(PoLinearDataMapping),
+    PO_CLASS_ENTRY(PoNonLinearDataMapping),
+    PO_CLASS_ENTRY(PoNonLinearDataMapping2),
     PO_CLASS_ENTRY(PoBevelEdge),
     PO_CLASS_ENTRY(PoMesh1DFilter),
     PO_CLASS_ENTRY(PoPeriodIndexFilter),

@@ -5,6 +5,7 @@
 #include <Inventor/SbVec3f.h>
 
 #include <cstdio>
+#include <initializer_list>
 #include <vector>
 
 class PbArrayOfInt;
@@ -36,6 +37,18 @@ class SbPlane;
 class PbCell : public PbBase {
 public:
     enum { MAX_NODES = 8 };
+
+    // The static description of a cell kind: counts, edge and facet tables
+    // and reference node positions (parametric coordinates).  A triangular
+    // facet has -1 in its fourth slot.
+    struct Shape {
+        int numFacets;
+        int numEdges;
+        int numNodes;
+        const int (*edges)[2];
+        const int (*facets)[4];
+        const float (*reference)[3];
+    };
 
     PbCell(const PbCell& other) = default;
     PbCell& operator=(const PbCell& other) = default;
@@ -113,18 +126,6 @@ public:
     void set(int index, const int* nodeIndex, const SbVec3f* coords, bool hasZ = true);
 
 protected:
-    // The static description of a cell kind: counts, edge and facet tables
-    // and reference node positions (parametric coordinates).  A triangular
-    // facet has -1 in its fourth slot.
-    struct Shape {
-        int numFacets;
-        int numEdges;
-        int numNodes;
-        const int (*edges)[2];
-        const int (*facets)[4];
-        const float (*reference)[3];
-    };
-
     PbCell(const Shape& shape, const PbMesh* owner);
 
     // Recomputes the kind's own state after the node coordinates changed.
@@ -137,14 +138,23 @@ protected:
     // Area of the planar or skew polygon of 3 or 4 local nodes: half the
     // length of the cross product of its edges (triangle) or diagonals.
     float polygonArea(const int* localNodes, int count) const;
-    // Checks a local node / edge / facet number and posts an error naming
-    // the method when it is out of range.
+    // Fills the cell with the reference nodes scaled by size and moved to
+    // minCorner (axis-aligned cells).
+    void setFromBox(int index, const int* nodeIndex, const SbVec3f& minCorner, const SbVec3f& size);
+    static bool isInRange(float value, float tolerance) {
+        return value >= -tolerance && value <= 1.0f + tolerance;
+    }
+    // Writes text followed by " %f" for each value and a new line.
+    static void printFloats(FILE* fp, const char* text, std::initializer_list<float> values);
+
+private:
+    // Check a local node / edge / facet number or the inputs of an
+    // interpolation, and post an error naming the method when they are bad.
     bool checkLocalNode(const char* method, int localNode) const;
     bool checkEdge(const char* method, int edge) const;
     bool checkFacet(const char* method, int facet) const;
-    void printNodes(FILE* fp) const;
+    bool checkValueInput(const char* method, const void* weights, const void* values) const;
 
-private:
     const Shape* m_shape;
     const PbMesh* m_owner;
     int m_numFacets;

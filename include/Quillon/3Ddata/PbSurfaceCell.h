@@ -21,6 +21,9 @@ protected:
     // plane: its distance along the unit normal from node 0 must be below a
     // third of the reference length.  Always true without z coordinates.
     bool isNearPlane(const SbVec3f& point, const SbVec3f& unitNormal, float length) const;
+    // The axis of the largest absolute component; the lowest of equal ones
+    // wins.
+    static int dominantAxis(const SbVec3f& normal);
 
 private:
     bool m_hasZ = true;

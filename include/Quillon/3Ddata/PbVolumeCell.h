@@ -11,8 +11,8 @@ class PbVolumeCell : public PbCell {
 public:
     // Sum of the areas of the facets.
     float getArea() const override;
-    // Volume enclosed by the facets (each quadrangular facet split into two
-    // triangles through its centre), taken as a cone from the centre.
+    // Volume enclosed by the facets, summed as cones from the cell's centre
+    // (each quadrangular facet split into four triangles at its centre).
     float getVolume() const override;
     const PiMarchingCase* getMCcase(unsigned char caseId) const override;
     unsigned char getIsosurfCaseId(const std::vector<bool>& nodeFlags) const override;
@@ -32,7 +32,4 @@ protected:
     int locateByNewton(const SbVec3f& point, SbVec3f& pcoord) const;
     // 1 when ((Pa - P0) x (Pb - P0)) . (Pc - P0) is positive, else 0.
     int orderingOf(int a, int b, int c) const;
-    static bool isInRange(float value, float tolerance) {
-        return value >= -tolerance && value <= 1.0f + tolerance;
-    }
 };

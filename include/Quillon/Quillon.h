@@ -72,3 +72,5 @@
 #include <Quillon/3Ddata/PbWedgeCell.h>
 #include <Quillon/3Ddata/PbHexahedronCell.h>
 #include <Quillon/3Ddata/PbVoxelCell.h>
+#include <Quillon/graph/PbIsovaluesList.h>
+#include <Quillon/graph/PbDateFormatMapping.h>

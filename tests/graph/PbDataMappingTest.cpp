@@ -1,0 +1,228 @@
+#include <Quillon/graph/PbLinearDataMapping.h>
+#include <Quillon/graph/PbNonLinearDataMapping.h>
+#include <Quillon/graph/PbNonLinearDataMapping2.h>
+#include <Quillon/graph/PiColorConversion.h>
+
+#include "PbDataObjectTestFixture.h"
+
+namespace {
+const SbColor black(0, 0, 0), white(1, 1, 1), grey(0.5f, 0.5f, 0.5f);
+const SbColor red(1, 0, 0), green(0, 1, 0), blue(0, 0, 1);
+
+testing::AssertionResult colorIs(const SbColor* actual, const SbColor& expected) {
+    if (!actual)
+        return testing::AssertionFailure() << "no colour";
+    if (!actual->equals(expected, 1e-6f))
+        return testing::AssertionFailure()
+               << "colour (" << (*actual)[0] << ", " << (*actual)[1] << ", " << (*actual)[2] << ")";
+    return testing::AssertionSuccess();
+}
+} // namespace
+
+using PbDataMappingTest = PbDataObjectTest;
+
+TEST_F(PbDataMappingTest, LinearInterpolatesAndSaturatesPerChannel) {
+    PbLinearDataMapping mapping;
+    EXPECT_TRUE(colorIs(mapping.getRGBColor(0.5f), grey));
+    EXPECT_TRUE(colorIs(mapping.getRGBColor(2), white));
+    EXPECT_TRUE(colorIs(mapping.getRGBColor(-1), black));
+    mapping.setValues(0, SbColor(0, 0.5f, 1), 0, 1, SbColor(1, 0.5f, 0), 1);
+    float transparency = -1;
+    EXPECT_TRUE(colorIs(mapping.getRGBColor(1.5f, transparency), SbColor(1, 0.5f, 0)));
+    EXPECT_EQ(transparency, 1);
+    EXPECT_TRUE(colorIs(mapping.getRGBColor(-0.5f, transparency), SbColor(0, 0.5f, 1)));
+    EXPECT_EQ(transparency, 0);
+    EXPECT_TRUE(colorIs(mapping.getRGBColor(0.25f, transparency), SbColor(0.25f, 0.5f, 0.75f)));
+    EXPECT_FLOAT_EQ(transparency, 0.25f);
+}
+
+TEST_F(PbDataMappingTest, ThresholdsCatchValuesAtAndBeyondThem) {
+    PbLinearDataMapping mapping;
+    mapping.setMinThreshold(0.2f);
+    EXPECT_TRUE(colorIs(mapping.getRGBColor(0.2f), SbColor(0.2f, 0.2f, 0.2f))); // disabled
+    mapping.enableThresholds(1, 0);
+    EXPECT_EQ(mapping.getRGBColor(0.2f), nullptr);
+    EXPECT_TRUE(colorIs(mapping.getRGBColor(0.21f), SbColor(0.21f, 0.21f, 0.21f)));
+    mapping.setMaxThreshold(0.8f, red, 0.4f);
+    mapping.enableThresholds(1, 1);
+    float transparency = 0;
+    EXPECT_TRUE(colorIs(mapping.getRGBColor(0.8f, transparency), red));
+    EXPECT_FLOAT_EQ(transparency, 0.4f);
+    EXPECT_TRUE(colorIs(mapping.getRGBColor(0.79f), SbColor(0.79f, 0.79f, 0.79f)));
+    // Crossed thresholds: the minimum is tested first.
+    mapping.setMinThreshold(0.9f, blue, 0.1f);
+    EXPECT_TRUE(colorIs(mapping.getRGBColor(0.85f, transparency), blue));
+    EXPECT_FLOAT_EQ(transparency, 0.1f);
+    const float hlsGreen[3] = {120, 0.5f, 1};
+    mapping.setMaxThreshold(0.8f, hlsGreen, 0);
+    float value = 0;
+    EXPECT_TRUE(colorIs(mapping.getMaxRGBThreshold(value), green));
+    EXPECT_EQ(value, 0.8f);
+    EXPECT_FLOAT_EQ(mapping.getMaxHLSThreshold(value)[0], 120);
+    mapping.setMinThreshold(0.9f);
+    EXPECT_EQ(mapping.getMinRGBThreshold(value), nullptr);
+    EXPECT_EQ(mapping.getMinHLSThreshold(value), nullptr);
+}
+
+TEST_F(PbDataMappingTest, SettersNotifyAsDocumented) {
+    PbLinearDataMapping mapping;
+    mapping.addConnection(kit);
+    mapping.setMinThreshold(0.2f, red, 0);          // disabled: silent
+    mapping.setTransparencyValueDeletedParts(0.5f); // always silent
+    EXPECT_TRUE(kit->notifications.empty());
+    mapping.enableThresholds(1, 0);
+    mapping.setMinThreshold(0.3f);
+    mapping.setMaxThreshold(0.7f); // disabled: silent
+    mapping.enableTransparency(1);
+    mapping.setValues(0, red, 1, blue);
+    EXPECT_EQ(changes(), std::vector<PbBase::ChangeType>(4, PbBase::CHANGE));
+    EXPECT_EQ(mapping.getTransparencyValueDeletedParts(), 0.5f);
+    mapping.removeConnection(kit);
+}
+
+TEST_F(PbDataMappingTest, HlsConversionRoundTrips) {
+    const struct {
+        SbColor rgb;
+        float hls[3];
+    } cases[] = {{red, {0, 0.5f, 1}},
+                 {green, {120, 0.5f, 1}},
+                 {blue, {240, 0.5f, 1}},
+                 {grey, {0, 0.5f, 0}},
+                 {SbColor(0.75f, 0.25f, 0.25f), {0, 0.5f, 0.5f}},
+                 {SbColor(1, 1, 0.5f), {60, 0.75f, 1}}};
+    for (const auto& c : cases) {
+        float hls[3];
+        PiColorConversion::rgbToHls(c.rgb, hls);
+        EXPECT_TRUE(SbVec3f(hls).equals(SbVec3f(c.hls), 1e-5f))
+            << hls[0] << " " << hls[1] << " " << hls[2];
+        EXPECT_TRUE(PiColorConversion::hlsToRgb(c.hls).equals(c.rgb, 1e-6f));
+    }
+    const float wrapped[3] = {480, 0.5f, 1};
+    EXPECT_TRUE(PiColorConversion::hlsToRgb(wrapped).equals(green, 1e-6f));
+    PbLinearDataMapping mapping;
+    mapping.setValues(0, red, 1, blue);
+    EXPECT_FLOAT_EQ(mapping.getHLSColor(0)[0], 0);
+    EXPECT_FLOAT_EQ(mapping.getHLSColor(1)[0], 240);
+}
+
+TEST_F(PbDataMappingTest, PerLevelColoursTakeTheLevelOfTheValue) {
+    PbNonLinearDataMapping2 mapping;
+    const float values[] = {1, 2};
+    const SbColor colors[] = {red, green, blue};
+    const float transparencies[] = {0.1f, 0.2f, 0.3f};
+    mapping.setValues(PbNonLinearDataMapping2::NON_LINEAR_PER_LEVEL, 2, values, colors,
+                      transparencies);
+    float transparency = 0;
+    EXPECT_TRUE(colorIs(mapping.getRGBColor(0.5f), red));
+    EXPECT_TRUE(colorIs(mapping.getRGBColor(1, transparency), green));
+    EXPECT_FLOAT_EQ(transparency, 0.2f);
+    EXPECT_TRUE(colorIs(mapping.getRGBColor(1.5f), green));
+    EXPECT_TRUE(colorIs(mapping.getRGBColor(2), blue));
+    EXPECT_TRUE(colorIs(mapping.getRGBColor(7, transparency), blue));
+    EXPECT_FLOAT_EQ(transparency, 0.3f);
+}
+
+TEST_F(PbDataMappingTest, LinearPerLevelInterpolatesWithinAndBeyondTheIntervals) {
+    PbNonLinearDataMapping2 mapping;
+    const float values[] = {1, 2, 4};
+    const SbColor colors[] = {black, white, black};
+    mapping.setValues(PbNonLinearDataMapping2::LINEAR_PER_LEVEL, 2, values, colors);
+    EXPECT_TRUE(colorIs(mapping.getRGBColor(0), black));
+    EXPECT_TRUE(colorIs(mapping.getRGBColor(1.5f), grey));
+    EXPECT_TRUE(colorIs(mapping.getRGBColor(5), white));
+    mapping.setValues(PbNonLinearDataMapping2::LINEAR_PER_LEVEL, 3, values, colors);
+    EXPECT_TRUE(colorIs(mapping.getRGBColor(3), grey));
+    EXPECT_TRUE(colorIs(mapping.getRGBColor(2), white));
+    EXPECT_TRUE(colorIs(mapping.getRGBColor(0.5f), black));
+}
+
+TEST_F(PbDataMappingTest, UnsortedValuesKeepTheirColours) {
+    PbNonLinearDataMapping2 mapping;
+    mapping.addConnection(kit);
+    const float values[] = {3, 1, 2};
+    const float hls[][3] = {{0, 0.5f, 1}, {120, 0.5f, 1}, {240, 0.5f, 1}, {0, 1, 0}};
+    const float transparencies[] = {0.3f, 0.1f, 0.2f, 0.4f};
+    mapping.setValues(PbNonLinearDataMapping2::NON_LINEAR_PER_LEVEL, 3, values, hls,
+                      transparencies);
+    int count = 0;
+    const float* sorted = mapping.getValuesList(count);
+    ASSERT_EQ(count, 3);
+    EXPECT_EQ(std::vector<float>(sorted, sorted + 3), (std::vector<float>{1, 2, 3}));
+    const SbColor* colors = mapping.getRGBColorsList(count);
+    ASSERT_EQ(count, 4);
+    EXPECT_TRUE(colorIs(&colors[0], green));
+    EXPECT_TRUE(colorIs(&colors[1], blue));
+    EXPECT_TRUE(colorIs(&colors[2], red));
+    EXPECT_TRUE(colorIs(&colors[3], white));
+    const float* sortedTransparencies = mapping.getTransparencyList(count);
+    EXPECT_EQ(std::vector<float>(sortedTransparencies, sortedTransparencies + 4),
+              (std::vector<float>{0.1f, 0.2f, 0.3f, 0.4f}));
+    EXPECT_FLOAT_EQ(mapping.getHLSColorsList(count)[1][0], 240);
+    EXPECT_EQ(changes(), std::vector<PbBase::ChangeType>{PbBase::CHANGE});
+    mapping.removeConnection(kit);
+}
+
+TEST_F(PbDataMappingTest, BadListsAreRejectedWithoutChange) {
+    PbNonLinearDataMapping2 mapping;
+    const float values[] = {1, 2};
+    const SbColor colors[] = {red, green};
+    mapping.setValues(PbNonLinearDataMapping2::LINEAR_PER_LEVEL, 2, values, colors);
+    mapping.setValues(PbNonLinearDataMapping2::LINEAR_PER_LEVEL, -1, values, colors);
+    mapping.setValues(PbNonLinearDataMapping2::LINEAR_PER_LEVEL, 2, nullptr, colors);
+    mapping.setValues(PbNonLinearDataMapping2::NON_LINEAR_PER_LEVEL, 0, values,
+                      static_cast<const SbColor*>(nullptr));
+    mapping.setValues(PbNonLinearDataMapping2::LINEAR_PER_LEVEL, 2, values, colors, nullptr);
+    EXPECT_EQ(errors->messages().size(), 4u);
+    int count = 0;
+    mapping.getValuesList(count);
+    EXPECT_EQ(count, 2);
+    EXPECT_TRUE(colorIs(mapping.getRGBColor(2), green));
+}
+
+namespace {
+SbColor redAbove(float value) {
+    return value > 0 ? red : blue;
+}
+SbVec3f hueOf(void* data, float value) {
+    return SbVec3f(value * *static_cast<float*>(data), 0.5f, 1);
+}
+float halfOf(float value) {
+    return value / 2;
+}
+float scaled(void* data, float value) {
+    return value * *static_cast<float*>(data);
+}
+} // namespace
+
+TEST_F(PbDataMappingTest, FunctionMappingUsesTheLastColourFunction) {
+    PbNonLinearDataMapping mapping;
+    float transparency = -1;
+    EXPECT_TRUE(colorIs(mapping.getRGBColor(0.25f, transparency), SbColor(0.25f, 0.25f, 0.25f)));
+    EXPECT_TRUE(colorIs(mapping.getRGBColor(3), white));
+    EXPECT_EQ(transparency, 0);
+    mapping.setRGBFunction(redAbove);
+    EXPECT_TRUE(colorIs(mapping.getRGBColor(1), red));
+    float factor = 120;
+    mapping.setHLSFunction(hueOf, &factor); // replaces the RGB function
+    EXPECT_TRUE(colorIs(mapping.getRGBColor(1), green));
+    mapping.setTransparencyFunction(scaled, &factor);
+    mapping.getRGBColor(0.5f, transparency);
+    EXPECT_EQ(transparency, 60);
+    mapping.setTransparencyFunction(halfOf); // takes precedence
+    mapping.getRGBColor(0.5f, transparency);
+    EXPECT_EQ(transparency, 0.25f);
+    EXPECT_EQ(mapping.getClassType(), PbDataMapping::NON_LINEAR);
+}
+
+TEST_F(PbDataMappingTest, EveryMappingHasItsOwnIdAndPrintsItsMembers) {
+    PbLinearDataMapping first;
+    PbNonLinearDataMapping2 second;
+    EXPECT_EQ(second.getId(), first.getId() + 1);
+    EXPECT_EQ(first.getClassType(), PbDataMapping::LINEAR);
+    EXPECT_EQ(second.getClassType(), PbDataMapping::NON_LINEAR2);
+    const std::string text = printed(first);
+    EXPECT_NE(text.find("PbDataMapping:: transparencyValueDeletedParts = 0.95\n"),
+              std::string::npos)
+        << text;
+    EXPECT_NE(text.find("PbLinearDataMapping:: color2 = 1 1 1\n"), std::string::npos) << text;
+}

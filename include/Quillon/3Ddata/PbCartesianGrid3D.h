@@ -2,7 +2,7 @@
 #include <Quillon/3Ddata/PbGrid3D.h>
 #include <Quillon/3Ddata/PbHexahedronCell.h>
 
-#include <vector>
+#include <Quillon/3Ddata/PbMeshArray.h>
 
 // Curvilinear grid: x, y and z arrays of numX * numY * numZ values, one per
 // node.  Its cells may be any hexahedra.
@@ -14,10 +14,9 @@ public:
     PbCartesianGrid3D(const PbCartesianGrid3D& other);
     PbCartesianGrid3D& operator=(const PbCartesianGrid3D& other);
 
-    SbVec3f getNodeCoord(int i, int j, int k) const override;
-    using PbGrid3D::getNodeCoord;
     const PbCell* getCell(int cellIndex) const override;
-    // Replaces the coordinates, keeping the sizes.
+    // Replaces the coordinates, keeping the sizes; missing arrays are
+    // reported and change nothing.
     void setCoordinates(const float* x, const float* y, const float* z) override;
     // The three arrays, each of getNumNodes() values.
     void getCoordinates(const float*& x, const float*& y, const float*& z, int& sizeX, int& sizeY,
@@ -27,16 +26,16 @@ public:
 protected:
     bool isGeometryValid(const char* methodName, int numX, int numY, int numZ, const float* x,
                          const float* y, const float* z) const override;
-    void setXYZGeometry(const float* x, const float* y, const float* z) override;
+    SbVec3f nodeCoord(int i, int j, int k) const override;
+    void setXYZGeometry(int numX, int numY, int numZ, const float* x, const float* y,
+                        const float* z) override;
     void getXYZGeometry(const float*& x, const float*& y, const float*& z) const override;
     const PbCell* findContainingCellProtected(const SbVec3f& point, float tolerance,
                                               SbVec3f& pcoord,
                                               PbArrayOfInt& testedCells) const override;
 
-private:
-    void storeCoordinates(const float* x, const float* y, const float* z);
+    PbMeshArray<float> m_coords[3];
 
-    std::vector<float> m_ownedCoords[3];
-    const float* m_coords[3] = {nullptr, nullptr, nullptr};
+private:
     mutable PbHexahedronCell m_cell{this};
 };

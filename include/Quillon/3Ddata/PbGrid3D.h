@@ -30,7 +30,8 @@ public:
     void getGeometry(int& numX, int& numY, int& numZ, const float*& x, const float*& y,
                      const float*& z) const;
 
-    virtual SbVec3f getNodeCoord(int i, int j, int k) const = 0;
+    // (0, 0, 0) with an error for indices out of range.
+    SbVec3f getNodeCoord(int i, int j, int k) const;
     SbVec3f getNodeCoord(int nodeIndex) const override;
 
     // Owner cells in ascending index; at most eight, fewer on the boundary.
@@ -48,18 +49,33 @@ public:
 protected:
     explicit PbGrid3D(int isDataDuplicate);
 
-    // Checks the kind's coordinates for the given sizes, posting an error
-    // under methodName when they are unusable.
+    // Coordinates of node (i, j, k), indices already checked.
+    virtual SbVec3f nodeCoord(int i, int j, int k) const = 0;
+    // Checks the kind's coordinate arrays for the given sizes, posting an
+    // error under methodName when they are unusable.
     virtual bool isGeometryValid(const char* methodName, int numX, int numY, int numZ,
                                  const float* x, const float* y, const float* z) const = 0;
-    // Stores the kind's coordinates; the sizes are already stored.
-    virtual void setXYZGeometry(const float* x, const float* y, const float* z) = 0;
+    // Stores the kind's coordinates for the given sizes.
+    virtual void setXYZGeometry(int numX, int numY, int numZ, const float* x, const float* y,
+                                const float* z) = 0;
     virtual void getXYZGeometry(const float*& x, const float*& y, const float*& z) const = 0;
 
-    // Checks the sizes, stores them and the coordinates, and notifies a
-    // geometry change; the common path of every kind's setGeometry.
-    void changeGeometry(const char* methodName, int numX, int numY, int numZ, const float* x,
-                        const float* y, const float* z);
+    // Posts an error under methodName for negative sizes or more nodes than
+    // an int counts.
+    static bool areSizesValid(const char* methodName, int numX, int numY, int numZ);
+    // Posts an error under methodName when an axis of nodes lacks its array,
+    // for the kinds that take one array per axis.
+    static bool areAxisArraysValid(const char* methodName, int numX, int numY, int numZ,
+                                   const float* x, const float* y, const float* z);
+    // Takes the new sizes once the kind has stored its coordinates: drops
+    // the sets of a duplicating grid whose node count changes, recounts
+    // nodes and cells, clears the cached data and notifies.
+    void changeGeometry(int numX, int numY, int numZ);
+    // The node ids of a cell for the grid's cell object, apart from the
+    // buffer that getCellNodeIds returns.
+    const int* cellNodes(int cellIndex) const;
+    // True when the plane is perpendicular to x, y or z.
+    static int isAxisAlignedPlane(const SbPlane& plane);
     // Closed-form location for grids whose node (i, j, k) lies at
     // (X(i), Y(j), Z(k)): the candidate cells along each axis come from a
     // search in that axis's coordinates, and are tested in ascending cell
@@ -76,6 +92,11 @@ protected:
     int m_numZ = 0;
 
 private:
+    void fillCellNodeIds(int i, int j, int k, int* ids) const;
+    bool areNodeIndicesValid(int i, int j, int k) const;
+
     mutable int m_cellNodeIds[8] = {};
+    mutable int m_cellObjectNodeIds[8] = {};
+    mutable unsigned int m_boxGeometryId = 0;
     mutable std::unique_ptr<PiGridAxes> m_axes;
 };

@@ -153,6 +153,10 @@ protected:
 
     // Sets the change type and notifies the connected kits.
     void notify(ChangeType type);
+    // After new coordinates (and, when topologyChanged, new connectivity):
+    // clears the cell-box statistics, draws the new ids and notifies a
+    // geometry change.
+    void geometryChanged(bool topologyChanged);
 
     int m_isDataDuplicate;
     int m_numNodes = 0;

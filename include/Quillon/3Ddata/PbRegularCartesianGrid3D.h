@@ -19,8 +19,6 @@ public:
     void getMinMax(float& xmin, float& ymin, float& zmin, float& xmax, float& ymax,
                    float& zmax) const;
 
-    SbVec3f getNodeCoord(int i, int j, int k) const override;
-    using PbGrid3D::getNodeCoord;
     const PbCell* getCell(int cellIndex) const override;
     // Product of the three extents.
     float getVolume() const override;
@@ -34,7 +32,9 @@ protected:
     // extremes are kept.
     bool isGeometryValid(const char* methodName, int numX, int numY, int numZ, const float* x,
                          const float* y, const float* z) const override;
-    void setXYZGeometry(const float* x, const float* y, const float* z) override;
+    SbVec3f nodeCoord(int i, int j, int k) const override;
+    void setXYZGeometry(int numX, int numY, int numZ, const float* x, const float* y,
+                        const float* z) override;
     // The grid keeps no arrays: all three are null.
     void getXYZGeometry(const float*& x, const float*& y, const float*& z) const override;
     const PbCell* findContainingCellProtected(const SbVec3f& point, float tolerance,

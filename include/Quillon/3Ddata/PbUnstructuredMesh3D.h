@@ -1,6 +1,7 @@
 #pragma once
 #include <Quillon/3Ddata/PbHexahedronCell.h>
 #include <Quillon/3Ddata/PbMesh3D.h>
+#include <Quillon/3Ddata/PbMeshArray.h>
 #include <Quillon/3Ddata/PbPyramidCell.h>
 #include <Quillon/3Ddata/PbTetrahedronCell.h>
 #include <Quillon/3Ddata/PbWedgeCell.h>
@@ -51,29 +52,28 @@ protected:
                                               PbArrayOfInt& testedCells) const override;
     // The cell sizes as given (null for a mesh of one kind) and the number of
     // node indices of all cells.
-    const int* getCellSizes() const { return m_cellSizes; }
-    int getNumCellIndices() const;
-    // Number of node indices the mesh holds storage for (the count of the
-    // caller's array when referenced).
-    int getAllocatedCellIndices() const;
+    const int* getCellSizes() const { return m_fixedCellSize ? nullptr : m_cellSizes.get(); }
+    int getNumCellIndices() const { return m_cellIndices.getNum(); }
+    // Number of node indices the mesh holds storage for, 0 when it
+    // references the caller's array.
+    int getAllocatedCellIndices() const { return m_cellIndices.getAllocated(); }
+    // Number of cell sizes the mesh holds storage for, 0 when it references
+    // the caller's array or has cells of one kind.
+    int getAllocatedCellSizes() const { return m_cellSizes.getAllocated(); }
+    // Writes "<className>:: elemIndex[<cell>] = <node> <node> ...\n" per cell.
+    void printCellIndices(FILE* fp, const char* className) const;
 
 private:
     bool isTopologyValid(const char* methodName, int numNodes, int numCells, const int* cellSizes,
                          int fixedCellSize, const int* cellIndices) const;
-    void storeCoordinates(const float* x, const float* y, const float* z);
-    void storeTopology(int numCells, const int* cellSizes, int fixedCellSize,
-                       const int* cellIndices);
-    void repointOwnedArrays();
     void buildOwnerCells() const;
     int cellStart(int cellIndex) const;
     int cellSize(int cellIndex) const;
 
-    std::vector<float> m_ownedCoords[3];
-    const float* m_coords[3] = {nullptr, nullptr, nullptr};
-    std::vector<int> m_ownedCellSizes;
-    std::vector<int> m_ownedCellIndices;
-    const int* m_cellSizes = nullptr;
-    const int* m_cellIndices = nullptr;
+    PbMeshArray<float> m_coords[3];
+    // Each cell's number of nodes, empty for a mesh of one kind.
+    PbMeshArray<int> m_cellSizes;
+    PbMeshArray<int> m_cellIndices;
     int m_fixedCellSize = 0;
     // Start of each cell's indices, for meshes of mixed kinds.
     std::vector<int> m_cellStarts;
@@ -83,6 +83,7 @@ private:
     mutable std::vector<int> m_ownerStarts;
     mutable std::vector<int> m_ownerCells;
     mutable unsigned int m_ownersTopologyId = 0;
+    mutable unsigned int m_boxGeometryId = 0;
 
     mutable PbTetrahedronCell m_tetrahedron{this};
     mutable PbPyramidCell m_pyramid{this};

@@ -17,13 +17,13 @@
 #include "platform/PfToolkit.h"
 #include "platform/SoFarspan.h"
 #include "platform/SoLibScopel.h"
-#include "platform/SoTextOutlineEnabledElement.h"
 
 #include <Inventor/actions/SoGLRenderAction.h>
 #include <Inventor/actions/SoSearchAction.h>
 #include <Inventor/actions/SoToVRML2Action.h>
 #include <Inventor/actions/SoWriteAction.h>
 #include <Inventor/caches/SoCache.h>
+#include <Inventor/elements/SoTextOutlineEnabledElement.h>
 #include <Inventor/misc/SoState.h>
 #include <Inventor/nodekits/SoAppearanceKit.h>
 #include <Inventor/nodes/SoCallback.h>
@@ -289,9 +289,10 @@ void PoBase::catchActionLevel2CB(void*, SoAction* action) {
     if (!action->isOfType(SoGLRenderAction::getClassTypeId()))
         return;
     SoState* state = action->getState();
+    if (!state->isElementEnabled(SoTextOutlineEnabledElement::getClassStackIndex()))
+        return;
     const PbMiscTextAttr* attributes = PoMiscTextAttrElement::get(state);
-    SoTextOutlineEnabledElement::set(state, nullptr,
-                                     attributes && attributes->isOutliningEnabled());
+    SoTextOutlineEnabledElement::set(state, attributes && attributes->isOutliningEnabled());
 }
 
 void PoBase::addElementsAllCaches(void) {

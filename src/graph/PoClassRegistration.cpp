@@ -40,13 +40,30 @@ void PoClassRegistration::ensureParent(const char* className, SoType parentType,
     parentInit();
 }
 
-void PoClassRegistration::reportRemovalFailure(const char* className, const SbName& typeName) {
+namespace {
+void reportRemovalFailure(const char* className, SoType type) {
     SbString method(className);
     method += "::exitClass";
     SoDebugError::post(method.getString(),
                        "Unable to remove type (%s) for this class. Check exitClass() method is "
                        "implemented and is called only once.\n",
-                       typeName.getString());
+                       type.getName().getString());
+}
+} // namespace
+
+bool PoClassRegistration::removeType(const char* className, SoType type) {
+    // The bad type has a name of its own, which must never be removed.
+    if (type != SoType::badType() && SoType::removeType(type.getName()))
+        return true;
+    reportRemovalFailure(className, type);
+    return false;
+}
+
+bool PoClassRegistration::unregisterElement(const char* className, SoType type) {
+    if (type != SoType::badType())
+        return true;
+    reportRemovalFailure(className, type);
+    return false;
 }
 
 void PoClassRegistration::enableElement(SoType type, int stackIndex) {

@@ -69,7 +69,11 @@ void PoDebugError::commonPost(Severity severity, const char* methodName, const c
     text += message;
     error.setDebugString(text.getString());
     error.m_severity = severity;
-    error.handleError();
+    // The toolkit's own dispatch goes to its base handler, so the installed
+    // handler is called here.
+    void* data = nullptr;
+    SoErrorCB* handler = error.getHandler(data);
+    handler(&error, data);
 }
 
 #define PO_DEBUG_ERROR_POST(_severity_)                                                            \

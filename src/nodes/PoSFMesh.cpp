@@ -24,10 +24,8 @@ void PoSFMesh::initClass(void) {
 }
 
 void PoSFMesh::exitClass(void) {
-    if (!SoType::removeType(s_classTypeId.getName())) {
-        PoClassRegistration::reportRemovalFailure("PoSFMesh", s_classTypeId.getName());
+    if (!PoClassRegistration::removeType("PoSFMesh", s_classTypeId))
         return;
-    }
     s_classTypeId = SoType::badType();
 }
 

@@ -1,8 +1,8 @@
 #include "platform/PfToolkit.h"
 
-#include "platform/SoTextOutlineEnabledElement.h"
-
 #include <Inventor/SoDB.h>
+#include <Inventor/actions/SoGLRenderAction.h>
+#include <Inventor/elements/SoTextOutlineEnabledElement.h>
 #include <Inventor/nodekits/SoNodeKit.h>
 
 namespace {
@@ -11,11 +11,13 @@ int s_nodeKitCount = 0;
 } // namespace
 
 void PfToolkit::initDB() {
-    if (s_dbCount++ == 0) {
-        SoDB::init();
-        if (SoTextOutlineEnabledElement::getClassTypeId() == SoType::badType())
-            SoTextOutlineEnabledElement::initClass();
-    }
+    if (s_dbCount++ != 0)
+        return;
+    SoDB::init();
+    // The toolkit has the text-outline element but no action carries it;
+    // renderings read it to outline their texts.
+    SoGLRenderAction::enableElement(SoTextOutlineEnabledElement::getClassTypeId(),
+                                    SoTextOutlineEnabledElement::getClassStackIndex());
 }
 
 void PfToolkit::finishDB() {

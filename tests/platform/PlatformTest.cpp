@@ -3,10 +3,10 @@
 #include "platform/SbLocaleString.h"
 #include "platform/SoDynamicLibManager.h"
 #include "platform/SoPreferences.h"
-#include "platform/SoTextOutlineEnabledElement.h"
 
 #include <Inventor/SoDB.h>
 #include <Inventor/actions/SoGLRenderAction.h>
+#include <Inventor/elements/SoTextOutlineEnabledElement.h>
 #include <Inventor/misc/SoState.h>
 
 #include <gtest/gtest.h>
@@ -98,13 +98,15 @@ public:
 };
 } // namespace
 
-TEST(SoTextOutlineEnabledElement, DefaultsOffAndFollowsSet) {
+TEST(SoTextOutlineEnabledElement, IsCarriedByTheRenderAction) {
     PfToolkit::initDB();
     RenderActionProbe action;
     // The element is enabled in the render action, so its state carries it.
     SoState state(&action, action.getEnabledElements().getElements());
     EXPECT_FALSE(SoTextOutlineEnabledElement::get(&state));
+    state.push();
     SoTextOutlineEnabledElement::set(&state, nullptr, TRUE);
     EXPECT_TRUE(SoTextOutlineEnabledElement::get(&state));
+    state.pop();
     PfToolkit::finishDB();
 }

@@ -33,7 +33,11 @@ public:
     // after posting "<class> initialized before parent class <parent>".
     static void ensureParent(const char* className, SoType parentType, const char* parentName,
                              void (*parentInit)());
-    static void reportRemovalFailure(const char* className, const SbName& typeName);
+    // Removes a registered type; reports and returns false when there is
+    // none to remove (a class not registered, or already unregistered).
+    static bool removeType(const char* className, SoType type);
+    // The same check for element classes, whose types stay registered.
+    static bool unregisterElement(const char* className, SoType type);
 
     // Enables an element in the nine actions that carry the library's state.
     static void enableElement(SoType type, int stackIndex);
@@ -135,11 +139,8 @@ private:
     _class_::parentFieldData = _parent_::getFieldDataPtr()
 
 #define PO_PRIVATE_REMOVE_TYPE(_class_)                                                            \
-    if (!SoType::removeType(_class_::classTypeId.getName())) {                                     \
-        PoClassRegistration::reportRemovalFailure(SO__QUOTE(_class_),                              \
-                                                  _class_::classTypeId.getName());                 \
+    if (!PoClassRegistration::removeType(SO__QUOTE(_class_), _class_::classTypeId))                \
         return;                                                                                    \
-    }                                                                                              \
     _class_::classTypeId = SoType::badType();                                                      \
     delete _class_::fieldData;                                                                     \
     _class_::fieldData = NULL;                                                                     \
@@ -189,27 +190,33 @@ private:
     PO_PRIVATE_KIT_INIT_EXIT(_class_, _parent_, NULL)
 
 // Elements get a stack index of their own when the parent has none, and are
-// enabled in the actions that carry the library's state.
+// enabled in the actions that carry the library's state.  The toolkit's
+// actions keep every element type they were given for good, so an
+// element's type stays in the type system after exitClass and a later
+// initClass takes it up again with its stack index.
 #define PO_PRIVATE_ELEMENT_REGISTER(_class_, _parent_)                                             \
     {                                                                                              \
         PoClassRegistration::Guard guard;                                                          \
         PoClassRegistration::ensureParent(SO__QUOTE(_class_), _parent_::getClassTypeId(),          \
                                           SO__QUOTE(_parent_), &_parent_::initClass);              \
-        _class_::classTypeId = SoType::createType(                                                 \
-            _parent_::getClassTypeId(), SbName(SO__QUOTE(_class_)), &_class_::createInstance);     \
-        _class_::classStackIndex = _parent_::getClassStackIndex() < 0                              \
-                                       ? _class_::createStackIndex(_class_::classTypeId)           \
-                                       : _parent_::getClassStackIndex();                           \
+        const SoType retained = SoType::fromName(SbName(SO__QUOTE(_class_)));                      \
+        if (retained != SoType::badType()) {                                                       \
+            _class_::classTypeId = retained;                                                       \
+        } else {                                                                                   \
+            _class_::classTypeId = SoType::createType(                                             \
+                _parent_::getClassTypeId(), SbName(SO__QUOTE(_class_)), &_class_::createInstance); \
+            _class_::classStackIndex = _parent_::getClassStackIndex() < 0                          \
+                                           ? _class_::createStackIndex(_class_::classTypeId)       \
+                                           : _parent_::getClassStackIndex();                       \
+        }                                                                                          \
     }                                                                                              \
     PoClassRegistration::enableElement(_class_::classTypeId, _class_::classStackIndex)
 
-// Evaluates to false, after reporting, when the type cannot be removed.
+// Evaluates to false, after reporting, when the class is not registered.
 #define PO_PRIVATE_ELEMENT_REMOVE(_class_)                                                         \
-    (SoType::removeType(_class_::classTypeId.getName())                                            \
+    (PoClassRegistration::unregisterElement(SO__QUOTE(_class_), _class_::classTypeId)              \
          ? (_class_::classTypeId = SoType::badType(), true)                                        \
-         : (PoClassRegistration::reportRemovalFailure(SO__QUOTE(_class_),                          \
-                                                      _class_::classTypeId.getName()),             \
-            false))
+         : false)
 
 #define PO_ELEMENT_SOURCE(_class_, _parent_)                                                       \
     SO_ELEMENT_SOURCE(_class_)                                                                     \

@@ -12,6 +12,7 @@
 #include <Quillon/graph/PoPlotwright.h>
 
 #include <Quillon/nodes/PoBevelEdge.h>
+#include <Quillon/nodes/PoDateFormatMapping.h>
 #include <Quillon/nodes/PoFieldWatch.h>
 #include <Quillon/nodes/PoNonLinearDataMapping2.h>
 #include <Quillon/nodes/PoNonLinearDataMapping.h>
@@ -74,3 +75,16 @@
 #include <Quillon/3Ddata/PbVoxelCell.h>
 #include <Quillon/graph/PbIsovaluesList.h>
 #include <Quillon/graph/PbDateFormatMapping.h>
+#include <Quillon/3Ddata/PbMesh2D.h>
+#include <Quillon/3Ddata/PbGrid2D.h>
+#include <Quillon/3Ddata/PbCartesianGrid2D.h>
+#include <Quillon/3Ddata/PbParalCartesianGrid2D.h>
+#include <Quillon/3Ddata/PbRegularCartesianGrid2D.h>
+#include <Quillon/3Ddata/PbPolarGrid2D.h>
+#include <Quillon/3Ddata/PbIndexedMesh2D.h>
+#include <Quillon/3Ddata/PbTriangleMesh2D.h>
+#include <Quillon/3Ddata/PbQuadrangleMesh2D.h>
+#include <Quillon/3Ddata/PbMesh1D.h>
+#include <Quillon/3Ddata/PbRegularMesh1D.h>
+#include <Quillon/3Ddata/PbIrregularMesh1D.h>
+#include <Quillon/3Ddata/PbFixedCellMesh2D.h>

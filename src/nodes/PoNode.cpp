@@ -4,6 +4,7 @@
 #include <Quillon/nodes/PoBevelEdge.h>
 #include <Quillon/nodes/PoCircularProfile.h>
 #include <Quillon/nodes/PoCoordinateListFilter.h>
+#include <Quillon/nodes/PoDateFormatMapping.h>
 #include <Quillon/nodes/PoDomain.h>
 #include <Quillon/nodes/PoEllipticProfile.h>
 #include <Quillon/nodes/PoIndexListFilter.h>
@@ -41,6 +42,7 @@ const PoClassRegistration::ClassEntry s_nodeClasses[] = {
     PO_CLASS_ENTRY(PoDomain),
     PO_CLASS_ENTRY(PoNumericDisplayFormat),
     PO_CLASS_ENTRY(PoIsovaluesList),
+    PO_CLASS_ENTRY(PoDateFormatMapping),
     PO_CLASS_ENTRY(PoMiscTextAttr),
     PO_CLASS_ENTRY(PoDataMapping),
     PO_CLASS_ENTRY(PoLinearDataMapping),

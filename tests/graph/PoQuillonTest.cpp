@@ -43,6 +43,7 @@ const std::vector<const char*> registrationOrder = {
     "PoDomain",
     "PoNumericDisplayFormat",
     "PoIsovaluesList",
+    "PoDateFormatMapping",
     "PoMiscTextAttr",
     "PoDataMapping",
     "PoLinearDataMapping",

@@ -1,6 +1,8 @@
 #include <Quillon/PoQuillon.h>
 #include <Quillon/graph/PbNumericDisplayFormat.h>
 #include <Quillon/nodes/PoDataMappingElement.h>
+#include <Quillon/nodes/PoDateFormatMapping.h>
+#include <Quillon/nodes/PoDateFormatMappingElement.h>
 #include <Quillon/nodes/PoDomain.h>
 #include <Quillon/nodes/PoDomainElement.h>
 #include <Quillon/nodes/PoIsovaluesList.h>
@@ -240,7 +242,10 @@ TEST_F(DataNodeTest, NodesRoundTripThroughSceneFiles) {
     text->endLineChar = '/';
     auto* list = new PoIsovaluesList;
     list->setRegularIsoList(1.0f, 2.0f, 3);
-    SoNode* nodes[] = {linear, levels, domain, format, text, list, new PoNonLinearDataMapping};
+    auto* dates = new PoDateFormatMapping;
+    dates->format = "%d/%m/%Y";
+    SoNode* nodes[] = {linear, levels, domain, format,
+                       text,   list,   dates,  new PoNonLinearDataMapping};
     for (SoNode* node : nodes) {
         node->ref();
         for (bool binary : {false, true}) {
@@ -252,4 +257,24 @@ TEST_F(DataNodeTest, NodesRoundTripThroughSceneFiles) {
         }
         node->unref();
     }
+}
+
+TEST_F(DataNodeTest, DateFormatNodeSetsItsElement) {
+    auto* dates = new PoDateFormatMapping;
+    dates->format = "%Y";
+    const PbDateFormatMapping* seen = nullptr;
+    auto* callback = new SoCallback;
+    callback->setCallback(
+        [](void* data, SoAction* action) {
+            *static_cast<const PbDateFormatMapping**>(data) =
+                PoDateFormatMappingElement::get(action->getState());
+        },
+        &seen);
+    root->addChild(dates);
+    root->addChild(callback);
+    traverse();
+    ASSERT_EQ(seen, dates->getDateFormatMapping());
+    SbString text;
+    ASSERT_TRUE(seen->getString(86400.0 * 365, text));
+    EXPECT_STREQ(text.getString(), "1971");
 }

@@ -20,9 +20,11 @@ struct RunResult {
     std::string stderrText;
 };
 
-// Runs quillon-render with the arguments, each quoted for the shell.
-RunResult runProgram(const std::vector<std::string>& arguments, const ScratchDir& dir) {
-    std::string command = std::string("'") + QUILLON_RENDER_PROGRAM + "'";
+// Runs quillon-render with the arguments, each quoted for the shell, after
+// the environment settings given.
+RunResult runProgram(const std::vector<std::string>& arguments, const ScratchDir& dir,
+                     const std::string& environment = "") {
+    std::string command = environment + " '" + QUILLON_RENDER_PROGRAM + "'";
     for (const std::string& argument : arguments)
         command += " '" + argument + "'";
     const std::string errorFile = dir.file("stderr.txt");
@@ -172,4 +174,15 @@ TEST_F(RenderProgram, ProgramExitCodes) {
     EXPECT_EQ(missing.exitCode, 1);
     EXPECT_EQ(missing.stderrText, "quillon-render: cannot open " + m_dir.file("none.iv") +
                                       ": No such file or directory\n");
+}
+
+TEST_F(RenderProgram, MachineWithoutEglGetsAMessageNotACrash) {
+    // The EGL dispatcher finds no driver when pointed at an empty list.
+    const RunResult run = runProgram(
+        {std::string(QUILLON_EXAMPLES_DIR) + "/toolkit-shapes.iv", "-o", m_dir.file("none.png")},
+        m_dir, "__EGL_VENDOR_LIBRARY_DIRS=" + m_dir.file("none"));
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.stderrText.rfind("quillon-render: EGL offers no surfaceless platform", 0), 0u)
+        << run.stderrText;
+    EXPECT_FALSE(std::filesystem::exists(m_dir.file("none.png")));
 }

@@ -11,8 +11,10 @@
 #include <EGL/eglext.h>
 #include <GL/gl.h>
 
+#include <algorithm>
 #include <cstdio>
-#include <cstring>
+#include <iterator>
+#include <sstream>
 #include <utility>
 
 namespace {
@@ -23,19 +25,11 @@ std::string eglErrorText() {
     return text;
 }
 
-bool hasClientExtension(const char* name) {
+bool hasClientExtension(const std::string& name) {
     const char* extensions = eglQueryString(EGL_NO_DISPLAY, EGL_EXTENSIONS);
-    if (!extensions)
-        return false;
-    const std::size_t length = std::strlen(name);
-    for (const char* found = std::strstr(extensions, name); found;
-         found = std::strstr(found + length, name)) {
-        const bool startsWord = found == extensions || found[-1] == ' ';
-        const bool endsWord = found[length] == '\0' || found[length] == ' ';
-        if (startsWord && endsWord)
-            return true;
-    }
-    return false;
+    std::istringstream words(extensions ? extensions : "");
+    const std::istream_iterator<std::string> end;
+    return std::find(std::istream_iterator<std::string>(words), end, name) != end;
 }
 
 // Errors the scene's own drawing left behind must not be taken for a
@@ -84,21 +78,14 @@ bool OffscreenRenderer::openDisplay() {
 }
 
 bool OffscreenRenderer::chooseConfig() {
-    const EGLint attributes[] = {EGL_SURFACE_TYPE,
-                                 EGL_PBUFFER_BIT,
-                                 EGL_RENDERABLE_TYPE,
-                                 EGL_OPENGL_BIT,
-                                 EGL_RED_SIZE,
-                                 8,
-                                 EGL_GREEN_SIZE,
-                                 8,
-                                 EGL_BLUE_SIZE,
-                                 8,
-                                 EGL_ALPHA_SIZE,
-                                 8,
-                                 EGL_DEPTH_SIZE,
-                                 24,
-                                 EGL_NONE};
+    // clang-format off
+    const EGLint attributes[] = {
+        EGL_SURFACE_TYPE, EGL_PBUFFER_BIT,
+        EGL_RENDERABLE_TYPE, EGL_OPENGL_BIT,
+        EGL_RED_SIZE, 8, EGL_GREEN_SIZE, 8, EGL_BLUE_SIZE, 8, EGL_ALPHA_SIZE, 8,
+        EGL_DEPTH_SIZE, 24,
+        EGL_NONE};
+    // clang-format on
     EGLint count = 0;
     if (!eglChooseConfig(m_display, attributes, &m_config, 1, &count) || count < 1)
         return fail("no EGL configuration offers RGBA8 with a 24-bit depth buffer, pbuffers "
@@ -118,9 +105,15 @@ bool OffscreenRenderer::createContext() {
 }
 
 bool OffscreenRenderer::useSurfaceOfSize(int width, int height) {
-    if (m_surface != EGL_NO_SURFACE && width == m_surfaceWidth && height == m_surfaceHeight)
-        return eglMakeCurrent(m_display, m_surface, m_surface, m_context) ||
-               fail("cannot make the OpenGL context current (" + eglErrorText() + ")");
+    const bool fits =
+        m_surface != EGL_NO_SURFACE && width == m_surfaceWidth && height == m_surfaceHeight;
+    if (!fits && !createSurface(width, height))
+        return false;
+    return eglMakeCurrent(m_display, m_surface, m_surface, m_context) ||
+           fail("cannot make the OpenGL context current (" + eglErrorText() + ")");
+}
+
+bool OffscreenRenderer::createSurface(int width, int height) {
     destroySurface();
     const EGLint attributes[] = {EGL_WIDTH, width, EGL_HEIGHT, height, EGL_NONE};
     m_surface = eglCreatePbufferSurface(m_display, m_config, attributes);
@@ -129,8 +122,7 @@ bool OffscreenRenderer::useSurfaceOfSize(int width, int height) {
                     " pbuffer (" + eglErrorText() + ")");
     m_surfaceWidth = width;
     m_surfaceHeight = height;
-    return eglMakeCurrent(m_display, m_surface, m_surface, m_context) ||
-           fail("cannot make the OpenGL context current (" + eglErrorText() + ")");
+    return true;
 }
 
 void OffscreenRenderer::destroySurface() {

@@ -46,6 +46,7 @@ private:
     bool chooseConfig();
     bool createContext();
     bool useSurfaceOfSize(int width, int height);
+    bool createSurface(int width, int height);
     void destroySurface();
     void close();
     void drawScene(SoNode* scene, const RenderSettings& settings);

@@ -52,12 +52,7 @@ void PbHexahedronCell::finish() {
 }
 
 int PbHexahedronCell::locatePoint(const SbVec3f& point, float tolerance, SbVec3f& pcoord) const {
-    if (!locateByNewton(point, pcoord))
-        return 0;
-    return isInRange(pcoord[0], tolerance) && isInRange(pcoord[1], tolerance) &&
-                   isInRange(pcoord[2], tolerance)
-               ? 1
-               : 0;
+    return locateByNewton(point, tolerance, pcoord);
 }
 
 void PbHexahedronCell::getWeight(const SbVec3f& pcoord, float* weights) const {

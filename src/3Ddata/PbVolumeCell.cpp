@@ -77,7 +77,7 @@ unsigned char PbVolumeCell::getIsosurfCaseId(const std::vector<bool>& nodeFlags)
     return static_cast<unsigned char>(caseId == allSet ? 0 : caseId);
 }
 
-int PbVolumeCell::locateByNewton(const SbVec3f& point, SbVec3f& pcoord) const {
+int PbVolumeCell::locateByNewton(const SbVec3f& point, float tolerance, SbVec3f& pcoord) const {
     SbVec3f previous(0.5f, 0.5f, 0.5f);
     pcoord = previous;
     for (int iteration = 0; iteration < s_maxIterations; ++iteration) {
@@ -102,7 +102,8 @@ int PbVolumeCell::locateByNewton(const SbVec3f& point, SbVec3f& pcoord) const {
         SbVec3f step = pcoord - previous;
         if (std::fabs(step[0]) < s_convergence && std::fabs(step[1]) < s_convergence &&
             std::fabs(step[2]) < s_convergence)
-            return 1;
+            return isInRange(pcoord[0], tolerance) && isInRange(pcoord[1], tolerance) &&
+                   isInRange(pcoord[2], tolerance);
         previous = pcoord;
     }
     return 0;

@@ -44,13 +44,8 @@ void PbWedgeCell::finish() {
 }
 
 int PbWedgeCell::locatePoint(const SbVec3f& point, float tolerance, SbVec3f& pcoord) const {
-    if (!locateByNewton(point, pcoord))
-        return 0;
-    float r = pcoord[0], s = pcoord[1], t = pcoord[2];
-    return isInRange(r, tolerance) && isInRange(s, tolerance) && isInRange(t, tolerance) &&
-                   isInRange(1.0f - r - s, tolerance)
-               ? 1
-               : 0;
+    return locateByNewton(point, tolerance, pcoord) &&
+           isInRange(1.0f - pcoord[0] - pcoord[1], tolerance);
 }
 
 void PbWedgeCell::getWeight(const SbVec3f& pcoord, float* weights) const {

@@ -27,9 +27,10 @@ protected:
     // The kind's table of marching cases.
     virtual PiMarchingCaseTable& caseTable() const = 0;
     // Newton's method from (0.5, 0.5, 0.5), at most 10 iterations, converged
-    // when every coordinate moves by less than 0.001.  Returns 0 when the
-    // Jacobian vanishes or the iteration does not converge.
-    int locateByNewton(const SbVec3f& point, SbVec3f& pcoord) const;
+    // when every coordinate moves by less than 0.001.  Returns 1 when it
+    // converged to r, s and t each in [-tolerance, 1 + tolerance]; 0 when it
+    // did not, or the Jacobian vanished, or the point lies outside.
+    int locateByNewton(const SbVec3f& point, float tolerance, SbVec3f& pcoord) const;
     // 1 when ((Pa - P0) x (Pb - P0)) . (Pc - P0) is positive, else 0.
     int orderingOf(int a, int b, int c) const;
 };

@@ -2,6 +2,8 @@
 #include <Quillon/3Ddata/PbCell.h>
 #include <Quillon/3Ddata/PbMesh.h>
 
+#include <gtest/gtest.h>
+
 #include <cstdio>
 #include <random>
 #include <string>
@@ -77,10 +79,11 @@ inline int locatedIndex(const PbCell* cell) {
     return cell ? cell->getIndex() : -1;
 }
 
-// Random points over the box enlarged by a margin, plus every node and the
-// centre of every cell face of a unit lattice inside the box, where several
-// cells meet.
-inline std::vector<SbVec3f> probePoints(const SbBox3f& box, int count, unsigned seed) {
+// Random points over the box enlarged by a margin, plus the points of a
+// lattice of step 0.5 over the lattice box: on a block of unit cells these
+// are the nodes, edge midpoints and face centres, where several cells meet.
+inline std::vector<SbVec3f> probePoints(const SbBox3f& box, int count, unsigned seed,
+                                        const SbBox3f& lattice) {
     std::mt19937 random(seed);
     SbVec3f lo = box.getMin(), hi = box.getMax();
     std::vector<SbVec3f> points;
@@ -93,11 +96,34 @@ inline std::vector<SbVec3f> probePoints(const SbBox3f& box, int count, unsigned 
         }
         points.push_back(p);
     }
-    for (float i = lo[0]; i <= hi[0]; i += 0.5f)
-        for (float j = lo[1]; j <= hi[1]; j += 0.5f)
-            for (float k = lo[2]; k <= hi[2]; k += 0.5f)
+    SbVec3f first = lattice.getMin(), last = lattice.getMax();
+    for (float i = first[0]; i <= last[0]; i += 0.5f)
+        for (float j = first[1]; j <= last[1]; j += 0.5f)
+            for (float k = first[2]; k <= last[2]; k += 0.5f)
                 points.push_back(SbVec3f(i, j, k));
     return points;
+}
+
+// Point location, with a null, a positive and a negative tolerance, finds
+// the cell and parametric coordinates that testing every cell finds.
+// The lattice box defaults to the mesh's box.
+inline void expectLocationAgreesWithTestingEveryCell(const PbMesh& mesh, unsigned seed,
+                                                     int numRandomPoints = 300,
+                                                     SbBox3f lattice = SbBox3f()) {
+    SbBox3f box = mesh.getBoundingBox();
+    if (lattice.isEmpty())
+        lattice = box;
+    for (float tolerance : {0.0f, 0.2f, -0.1f})
+        for (const SbVec3f& p : probePoints(box, numRandomPoints, seed, lattice)) {
+            SbVec3f expectedPcoord, pcoord;
+            int expected = locateByTestingEveryCell(mesh, p, tolerance, expectedPcoord);
+            const PbCell* found = mesh.findContainingCell(p, tolerance, pcoord);
+            ASSERT_EQ(locatedIndex(found), expected)
+                << "point " << p[0] << " " << p[1] << " " << p[2] << " tolerance " << tolerance;
+            if (found) {
+                EXPECT_EQ(pcoord, expectedPcoord);
+            }
+        }
 }
 
 inline std::string printed(const PbMesh& mesh) {

@@ -1,0 +1,277 @@
+#include <Quillon/3Ddata/PbCartesianGrid3D.h>
+#include <Quillon/3Ddata/PbParalCartesianGrid3D.h>
+#include <Quillon/3Ddata/PbRegularCartesianGrid3D.h>
+#include <Quillon/PoQuillon.h>
+
+#include "VolumeMeshTestHelpers.h"
+#include "support/ErrorRecorder.h"
+
+#include <Inventor/SbLinear.h>
+
+#include <gtest/gtest.h>
+
+#include <climits>
+
+namespace {
+
+class PbGrid3DTest : public ::testing::Test {
+protected:
+    void SetUp() override { PoQuillon::init(); }
+    void TearDown() override { PoQuillon::finish(); }
+};
+
+std::vector<int> asVector(const PbArrayOfInt& array) {
+    return std::vector<int>(array.get(), array.get() + array.getNum());
+}
+
+// A rectilinear grid with uneven steps, and the same nodes as a curvilinear
+// grid (one coordinate per node).
+const float s_xs[] = {0.0f, 1.0f, 3.0f, 3.5f};
+const float s_ys[] = {-1.0f, 0.0f, 2.0f};
+const float s_zs[] = {0.0f, 0.5f, 1.0f, 2.0f, 4.0f};
+
+PbCartesianGrid3D curvilinearCopy(const PbParalCartesianGrid3D& grid) {
+    int nx, ny, nz;
+    grid.getDim(nx, ny, nz);
+    std::vector<float> coords[3];
+    for (int node = 0; node < grid.getNumNodes(); ++node)
+        for (int axis = 0; axis < 3; ++axis)
+            coords[axis].push_back(grid.getNodeCoord(node)[axis]);
+    return PbCartesianGrid3D(nx, ny, nz, coords[0].data(), coords[1].data(), coords[2].data());
+}
+
+} // namespace
+
+TEST_F(PbGrid3DTest, NumbersNodesAndCellsWithKFastest) {
+    PbRegularCartesianGrid3D grid(2, 2, 3, 0, 0, 0, 1, 1, 2);
+    int i, j, k;
+    grid.getNodeIndices(7, i, j, k);
+    EXPECT_EQ((std::vector<int>{i, j, k}), (std::vector<int>{1, 0, 1}));
+    const int* nodes = grid.getCellNodeIds(0);
+    EXPECT_EQ(std::vector<int>(nodes, nodes + 8), (std::vector<int>{0, 6, 9, 3, 1, 7, 10, 4}));
+    grid.getCellIndices(1, i, j, k);
+    EXPECT_EQ((std::vector<int>{i, j, k}), (std::vector<int>{0, 0, 1}));
+    PbArrayOfInt cellNodes;
+    grid.getCell(1)->getNodesIndex(cellNodes);
+    EXPECT_EQ(asVector(cellNodes), (std::vector<int>{1, 7, 10, 4, 2, 8, 11, 5}));
+    EXPECT_EQ(grid.getNodeCoord(7), SbVec3f(1, 0, 1));
+}
+
+TEST_F(PbGrid3DTest, CountsNodesAndCellsAsTheSizesGive) {
+    PbRegularCartesianGrid3D flat(1, 3, 3, 0, 0, 0, 0, 1, 1);
+    EXPECT_EQ(flat.getNumNodes(), 9);
+    EXPECT_EQ(flat.getNumCells(), 0);
+    EXPECT_EQ(flat.getCell(0), nullptr);
+    PbParalCartesianGrid3D grid(4, 3, 5, s_xs, s_ys, s_zs);
+    EXPECT_EQ(grid.getNumCells(), 3 * 2 * 4);
+    EXPECT_EQ(grid.getCell(-1), nullptr);
+    EXPECT_EQ(grid.getCell(grid.getNumCells()), nullptr);
+    EXPECT_NE(grid.getCell(grid.getNumCells() - 1), nullptr);
+}
+
+TEST_F(PbGrid3DTest, DuplicatingGridDropsItsSetsOnResizeReferencingGridKeepsThem) {
+    std::vector<float> values(60, 1.0f);
+    PbParalCartesianGrid3D duplicating(4, 3, 5, s_xs, s_ys, s_zs, 1);
+    PbParalCartesianGrid3D referencing(4, 3, 5, s_xs, s_ys, s_zs, 0);
+    for (PbParalCartesianGrid3D* grid : {&duplicating, &referencing}) {
+        grid->addValuesSet(0, values.data(), "v");
+        grid->setGeometry(4, 3, 5, s_xs, s_ys, s_zs);
+        EXPECT_EQ(grid->getNumValuesSet(), 1);
+        grid->setGeometry(3, 3, 5, s_xs, s_ys, s_zs);
+    }
+    EXPECT_EQ(duplicating.getNumValuesSet(), 0);
+    EXPECT_EQ(referencing.getNumValuesSet(), 1);
+    EXPECT_EQ(referencing.getValuesSet(0), values.data());
+}
+
+TEST_F(PbGrid3DTest, DuplicatingGridCopiesCoordinatesReferencingGridKeepsThem) {
+    float xs[] = {0, 1, 2};
+    PbParalCartesianGrid3D duplicating(3, 3, 5, xs, s_ys, s_zs, 1);
+    PbParalCartesianGrid3D referencing(3, 3, 5, xs, s_ys, s_zs, 0);
+    xs[2] = 10;
+    EXPECT_EQ(duplicating.getNodeCoord(2, 0, 0)[0], 2.0f);
+    EXPECT_EQ(referencing.getNodeCoord(2, 0, 0)[0], 10.0f);
+    const float *duplicatingX, *copyX, *referencedX, *y, *z;
+    int nx, ny, nz;
+    duplicating.getGeometry(nx, ny, nz, duplicatingX, y, z);
+    PbParalCartesianGrid3D(duplicating).getGeometry(nx, ny, nz, copyX, y, z);
+    PbParalCartesianGrid3D(referencing).getGeometry(nx, ny, nz, referencedX, y, z);
+    EXPECT_NE(copyX, duplicatingX);
+    EXPECT_EQ(referencedX, xs);
+}
+
+TEST_F(PbGrid3DTest, RegularGridFromArraysKeepsTheirExtremes) {
+    const float xs[] = {3, -1, 2};
+    const float ys[] = {5, 4};
+    const float zs[] = {0, 9, -2, 1};
+    PbRegularCartesianGrid3D grid;
+    grid.setGeometry(3, 2, 4, xs, ys, zs);
+    float xmin, ymin, zmin, xmax, ymax, zmax;
+    grid.getMinMax(xmin, ymin, zmin, xmax, ymax, zmax);
+    EXPECT_EQ((std::vector<float>{xmin, ymin, zmin, xmax, ymax, zmax}),
+              (std::vector<float>{-1, 4, -2, 3, 5, 9}));
+    EXPECT_EQ(grid.getNodeCoord(1, 1, 3), SbVec3f(1, 5, 9));
+}
+
+TEST_F(PbGrid3DTest, OwnerCellsAndNeighboursStopAtTheBoundary) {
+    PbRegularCartesianGrid3D grid(4, 3, 5, 0, 0, 0, 3, 2, 4);
+    PbArrayOfInt cells;
+    grid.getNodeOwnerCellsInd(0, cells);
+    EXPECT_EQ(asVector(cells), (std::vector<int>{0}));
+    int interior = (1 * 3 + 1) * 5 + 2;
+    grid.getNodeOwnerCellsInd(interior, cells);
+    EXPECT_EQ(asVector(cells), (std::vector<int>{1, 2, 5, 6, 9, 10, 13, 14}));
+    grid.getNodeOwnerCellsInd(grid.getNumNodes(), cells);
+    EXPECT_EQ(cells.getNum(), 0);
+
+    grid.getAdjacentCellsIndByFacet(0, cells);
+    EXPECT_EQ(asVector(cells), (std::vector<int>{8, 4, 1}));
+    for (int cell = 0; cell < grid.getNumCells(); ++cell) {
+        PbArrayOfInt general;
+        grid.getAdjacentCellsIndByFacet(cell, cells);
+        grid.PbMesh::getAdjacentCellsIndByFacet(cell, general);
+        ASSERT_EQ(asVector(cells), asVector(general)) << "cell " << cell;
+    }
+    grid.getAdjacentCellsIndByNode(0, cells);
+    EXPECT_EQ(asVector(cells), (std::vector<int>{8, 4, 12, 1, 9, 5, 13}));
+}
+
+TEST_F(PbGrid3DTest, VolumeAreaAndLongestEdgeAgreeAcrossKinds) {
+    PbParalCartesianGrid3D paral(4, 3, 5, s_xs, s_ys, s_zs);
+    PbCartesianGrid3D curvilinear = curvilinearCopy(paral);
+    float volume = 3.5f * 3.0f * 4.0f;
+    float area = 2 * (3.5f * 3.0f + 3.0f * 4.0f + 3.5f * 4.0f);
+    for (const PbMesh3D* grid :
+         {static_cast<const PbMesh3D*>(&paral), static_cast<const PbMesh3D*>(&curvilinear)}) {
+        EXPECT_NEAR(grid->getVolume(), volume, 1e-4f);
+        EXPECT_NEAR(grid->getArea(), area, 1e-4f);
+        EXPECT_FLOAT_EQ(grid->getLongestEdgeLength(), 2.0f);
+    }
+    EXPECT_NEAR(paral.PbMesh3D::getArea(), area, 1e-4f);
+    PbRegularCartesianGrid3D regular(3, 5, 2, 0, 0, 0, 2, 1, 3);
+    EXPECT_FLOAT_EQ(regular.getVolume(), 6.0f);
+    EXPECT_FLOAT_EQ(regular.getArea(), 22.0f);
+    EXPECT_FLOAT_EQ(regular.getLongestEdgeLength(), 3.0f);
+    EXPECT_NEAR(regular.PbMesh3D::getVolume(), 6.0f, 1e-5f);
+    EXPECT_EQ(PbRegularCartesianGrid3D(1, 2, 2, 0, 0, 0, 0, 1, 1).getVolume(), 0.0f);
+    EXPECT_EQ(regular.evaluateSkinFacesNum(), 2 * (2 * 4 + 4 * 1 + 2 * 1));
+}
+
+TEST_F(PbGrid3DTest, BoundingBoxCoversEveryNode) {
+    const float xs[] = {2, -3, 1};
+    PbParalCartesianGrid3D grid(3, 3, 5, xs, s_ys, s_zs);
+    SbBox3f box = grid.getBoundingBox();
+    EXPECT_EQ(box.getMin(), SbVec3f(-3, -1, 0));
+    EXPECT_EQ(box.getMax(), SbVec3f(2, 2, 4));
+    const float moved[] = {0, 1, 7};
+    grid.setCoordinates(moved, s_ys, s_zs);
+    EXPECT_EQ(grid.getBoundingBox().getMax()[0], 7.0f);
+}
+
+TEST_F(PbGrid3DTest, ClosedFormLocationAgreesWithTestingEveryCell) {
+    PbParalCartesianGrid3D paral(4, 3, 5, s_xs, s_ys, s_zs);
+    meshtest::expectLocationAgreesWithTestingEveryCell(paral, 11);
+    const float decreasing[] = {4.0f, 2.0f, 1.5f, 0.0f};
+    PbParalCartesianGrid3D reversed(4, 3, 5, decreasing, s_ys, s_zs);
+    meshtest::expectLocationAgreesWithTestingEveryCell(reversed, 12);
+    const float unsorted[] = {0.0f, 2.0f, 1.0f, 3.0f};
+    PbParalCartesianGrid3D folded(4, 3, 5, unsorted, s_ys, s_zs);
+    meshtest::expectLocationAgreesWithTestingEveryCell(folded, 13);
+    PbRegularCartesianGrid3D regular(6, 4, 5, -1, 0, 2, 2, 3, 3);
+    meshtest::expectLocationAgreesWithTestingEveryCell(regular, 14);
+    PbRegularCartesianGrid3D inverted(6, 4, 5, 2, 3, 3, -1, 0, 2);
+    meshtest::expectLocationAgreesWithTestingEveryCell(inverted, 15);
+}
+
+TEST_F(PbGrid3DTest, CurvilinearLocationAgreesWithTestingEveryCell) {
+    PbParalCartesianGrid3D paral(4, 3, 5, s_xs, s_ys, s_zs);
+    PbCartesianGrid3D curvilinear = curvilinearCopy(paral);
+    meshtest::expectLocationAgreesWithTestingEveryCell(curvilinear, 21);
+}
+
+TEST_F(PbGrid3DTest, LocationOnAFaceFindsTheLowerCellUnlessToleranceIsNegative) {
+    PbRegularCartesianGrid3D grid(3, 3, 3, 0, 0, 0, 2, 2, 2);
+    SbVec3f pcoord;
+    const PbCell* cell = grid.findContainingCell(SbVec3f(1.0f, 0.5f, 0.5f), 0.0f, pcoord);
+    ASSERT_NE(cell, nullptr);
+    EXPECT_EQ(cell->getIndex(), 0);
+    EXPECT_EQ(pcoord, SbVec3f(1.0f, 0.5f, 0.5f));
+    EXPECT_EQ(grid.findContainingCell(SbVec3f(1.0f, 0.5f, 0.5f), -0.01f, pcoord), nullptr);
+    cell = grid.findContainingCell(SbVec3f(1.5f, 1.5f, 1.5f), 0.0f, pcoord);
+    ASSERT_NE(cell, nullptr);
+    EXPECT_EQ(cell->getIndex(), 7);
+    EXPECT_EQ(grid.findContainingCell(SbVec3f(2.1f, 1.0f, 1.0f), 0.0f, pcoord), nullptr);
+    EXPECT_NE(grid.findContainingCell(SbVec3f(2.1f, 1.0f, 1.0f), 0.2f, pcoord), nullptr);
+}
+
+TEST_F(PbGrid3DTest, HintedLocationSkipsTheCellsAlreadyTested) {
+    PbRegularCartesianGrid3D grid(5, 5, 5, 0, 0, 0, 4, 4, 4);
+    SbVec3f pcoord;
+    const PbCell* hint = grid.getCell(0);
+    const PbCell* far = grid.findContainingCell(SbVec3f(3.5f, 3.5f, 3.5f), 0.0f, pcoord, hint);
+    ASSERT_NE(far, nullptr);
+    EXPECT_EQ(far->getIndex(), grid.getNumCells() - 1);
+    hint = grid.getCell(5);
+    const PbCell* next = grid.findContainingCell(SbVec3f(0.5f, 1.5f, 1.5f), 0.0f, pcoord, hint);
+    ASSERT_NE(next, nullptr);
+    EXPECT_EQ(next->getIndex(), 5);
+}
+
+TEST_F(PbGrid3DTest, CrossSectionIsOptimalForAxisAlignedGridsCutAcrossAnAxis) {
+    PbRegularCartesianGrid3D regular(3, 3, 3, 0, 0, 0, 1, 1, 1);
+    PbParalCartesianGrid3D paral(4, 3, 5, s_xs, s_ys, s_zs);
+    PbCartesianGrid3D curvilinear = curvilinearCopy(paral);
+    SbPlane across(SbVec3f(0, -1, 0), 0.5f);
+    SbPlane slanted(SbVec3f(1, 1, 0), 0.5f);
+    EXPECT_EQ(regular.isCrossSectionOptimal(across), 1);
+    EXPECT_EQ(paral.isCrossSectionOptimal(across), 1);
+    EXPECT_EQ(regular.isCrossSectionOptimal(slanted), 0);
+    EXPECT_EQ(curvilinear.isCrossSectionOptimal(across), 0);
+}
+
+TEST_F(PbGrid3DTest, BadSizesOrArraysAreReportedAndChangeNothing) {
+    ErrorRecorder errors;
+    PbParalCartesianGrid3D grid(4, 3, 5, s_xs, s_ys, s_zs);
+    unsigned int geometry = grid.getGeometryId();
+    grid.setGeometry(-1, 3, 5, s_xs, s_ys, s_zs);
+    grid.setGeometry(4, 3, 5, s_xs, nullptr, s_zs);
+    grid.setGeometry(INT_MAX, INT_MAX, 2, s_xs, s_ys, s_zs);
+    grid.setCoordinates(nullptr, s_ys, s_zs);
+    EXPECT_EQ(errors.messages().size(), 4u);
+    EXPECT_TRUE(errors.contains("PbGrid3D::setGeometry"));
+    EXPECT_EQ(grid.getNumNodes(), 60);
+    EXPECT_EQ(grid.getGeometryId(), geometry);
+    EXPECT_EQ(grid.getNodeCoord(3, 2, 4), SbVec3f(3.5f, 2, 4));
+
+    PbRegularCartesianGrid3D regular(2, 2, 2, 0, 0, 0, 1, 1, 1);
+    regular.setGeometry(2, -2, 2, 0, 0, 0, 5, 5, 5);
+    EXPECT_TRUE(errors.contains("PbRegularCartesianGrid3D::setGeometry"));
+    EXPECT_EQ(regular.getNodeCoord(1, 1, 1), SbVec3f(1, 1, 1));
+    errors.clear();
+    EXPECT_EQ(regular.getNodeCoord(2, 0, 0), SbVec3f(0, 0, 0));
+    EXPECT_EQ(regular.getCellNodeIds(1, 0, 0), nullptr);
+    EXPECT_EQ(errors.messages().size(), 2u);
+}
+
+TEST_F(PbGrid3DTest, PrintWritesTheGridLines) {
+    PbRegularCartesianGrid3D grid(2, 3, 4, 0, -1, 0.5f, 1, 1, 2);
+    EXPECT_EQ(meshtest::printed(grid),
+              "=====================print mesh informations ==================== \n"
+              "PbMesh:: isDataDuplicate = TRUE\n"
+              "PbMesh:: numMeshNodes = 24\n"
+              "PbMesh:: m_numMeshCells = 6\n"
+              "PbGrid3D:: numX,numY,numZ 2 3 4\n"
+              "PbRegularCartesianGrid3D:: m_xmin 0.000000, m_xmax 1.000000\n"
+              "PbRegularCartesianGrid3D:: m_ymin -1.000000, m_ymax 1.000000\n"
+              "PbRegularCartesianGrid3D:: m_zmin 0.500000, m_zmax 2.000000\n");
+    PbCartesianGrid3D empty(0);
+    EXPECT_EQ(meshtest::printed(empty),
+              "=====================print mesh informations ==================== \n"
+              "PbMesh:: isDataDuplicate = FALSE\n"
+              "PbMesh:: numMeshNodes = 0\n"
+              "PbMesh:: m_numMeshCells = 0\n"
+              "PbGrid3D:: numX,numY,numZ 0 0 0\n"
+              "PbCartesianGrid3D:: x = NULL\n"
+              "PbCartesianGrid3D:: y = NULL\n"
+              "PbCartesianGrid3D:: z = NULL\n");
+}

@@ -1,0 +1,95 @@
+#include <Quillon/3Ddata/PbIndexedMesh3D.h>
+#include <Quillon/PoQuillon.h>
+
+#include "VolumeMeshTestHelpers.h"
+#include "support/ErrorRecorder.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// A unit cube (hexahedron 0) with a pyramid on its top, a wedge against its
+// x = 1 face and a tetrahedron below its bottom.
+const float s_x[] = {0, 1, 1, 0, 0, 1, 1, 0, 0.5f, 2, 2, 0};
+const float s_y[] = {0, 0, 1, 1, 0, 0, 1, 1, 0.5f, 0, 0, 0};
+const float s_z[] = {0, 0, 0, 0, 1, 1, 1, 1, 2, 0, 1, -1};
+const int s_types[] = {8, 5, 6, 4};
+const int s_cells[] = {0, 1, 2, 3, 4, 5, 6, 7, 4, 5, 6, 7, 8, 1, 9, 2, 5, 10, 6, 0, 1, 3, 11};
+
+class PbIndexedMesh3DTest : public ::testing::Test {
+protected:
+    void SetUp() override { PoQuillon::init(); }
+    void TearDown() override { PoQuillon::finish(); }
+
+    PbIndexedMesh3D mesh{12, s_x, s_y, s_z, 4, s_types, s_cells};
+};
+
+} // namespace
+
+TEST_F(PbIndexedMesh3DTest, EachCellComesAsItsKind) {
+    const int* indices = s_cells;
+    for (int c = 0; c < 4; ++c) {
+        const PbCell* cell = mesh.getCell(c);
+        ASSERT_EQ(cell->getNumNodes(), s_types[c]);
+        PbArrayOfInt nodes;
+        cell->getNodesIndex(nodes);
+        EXPECT_EQ(std::vector<int>(nodes.get(), nodes.get() + nodes.getNum()),
+                  std::vector<int>(indices, indices + s_types[c]));
+        indices += s_types[c];
+    }
+    int numCellNodes;
+    const int* wedge = mesh.getCellNodeIndices(2, numCellNodes);
+    ASSERT_EQ(numCellNodes, 6);
+    EXPECT_EQ(std::vector<int>(wedge, wedge + 6), std::vector<int>(s_cells + 13, s_cells + 19));
+    EXPECT_EQ(mesh.getCellNodeIndices(4, numCellNodes), nullptr);
+}
+
+TEST_F(PbIndexedMesh3DTest, LocatesPointsInEveryKind) {
+    const SbVec3f points[] = {SbVec3f(0.5f, 0.5f, 0.5f), SbVec3f(0.5f, 0.5f, 1.4f),
+                              SbVec3f(1.3f, 0.2f, 0.5f), SbVec3f(0.1f, 0.1f, -0.2f)};
+    for (int c = 0; c < 4; ++c) {
+        SbVec3f pcoord;
+        EXPECT_EQ(meshtest::locatedIndex(mesh.findContainingCell(points[c], 0.0f, pcoord)), c);
+    }
+    meshtest::expectLocationAgreesWithTestingEveryCell(mesh, 3);
+}
+
+TEST_F(PbIndexedMesh3DTest, VolumeSumsTheCellsAndFacetNeighboursOwnTheWholeFacet) {
+    EXPECT_NEAR(mesh.getVolume(), 1.0f + 1.0f / 3 + 0.5f + 1.0f / 6, 1e-5f);
+    PbArrayOfInt neighbours;
+    mesh.getAdjacentCellsIndByFacet(0, neighbours);
+    EXPECT_EQ(std::vector<int>(neighbours.get(), neighbours.get() + neighbours.getNum()),
+              (std::vector<int>{2, 1}));
+    // The tetrahedron's facet 0 1 3 lies on the cube's bottom quadrangle.
+    mesh.getAdjacentCellsIndByFacet(3, neighbours);
+    EXPECT_EQ(std::vector<int>(neighbours.get(), neighbours.get() + neighbours.getNum()),
+              (std::vector<int>{0}));
+}
+
+TEST_F(PbIndexedMesh3DTest, BadCellsAreReportedAndLeaveTheMeshAsItWas) {
+    ErrorRecorder errors;
+    const int wrongType[] = {8, 7, 6, 4};
+    int beyond[23];
+    std::copy(s_cells, s_cells + 23, beyond);
+    beyond[22] = 12;
+    mesh.setGeometry(12, s_x, s_y, s_z, 4, wrongType, s_cells);
+    mesh.setGeometry(12, s_x, s_y, s_z, 4, s_types, beyond);
+    mesh.setGeometry(12, s_x, s_y, s_z, 4, nullptr, s_cells);
+    mesh.setGeometry(12, s_x, s_y, s_z, -1, s_types, s_cells);
+    EXPECT_EQ(errors.messages().size(), 4u);
+    EXPECT_TRUE(errors.contains("PbIndexedMesh3D::setGeometry"));
+    EXPECT_EQ(mesh.getNumCells(), 4);
+    EXPECT_EQ(mesh.getCell(3)->getNodeIndex(3), 11);
+}
+
+TEST_F(PbIndexedMesh3DTest, PrintReportsItsStorage) {
+    EXPECT_EQ(meshtest::printed(mesh),
+              "=====================print mesh informations ==================== \n"
+              "PbMesh:: isDataDuplicate = TRUE\n"
+              "PbMesh:: numMeshNodes = 12\n"
+              "PbMesh:: m_numMeshCells = 4\n"
+              "PbIndexedMesh3D:: allocElem = 4\n"
+              "PbIndexedMesh3D:: elemIndexSize = 23\n"
+              "PbIndexedMesh3D:: allocElemIndex = 23\n");
+    EXPECT_EQ(mesh.getCellTypes()[1], 5);
+}

@@ -120,22 +120,6 @@ TEST_F(RenderProgram, RendersASceneFileIntoAPng) {
     EXPECT_TRUE(pixelNear(image, 63, 47, Rgb{0, 0, 255}, 0));
 }
 
-TEST_F(RenderProgram, ReportsFailuresOnOneLine) {
-    RenderRequest request;
-    request.scenePath = m_dir.file("missing.iv");
-    request.outputPath = m_dir.file("missing.png");
-    std::string error;
-    EXPECT_FALSE(renderSceneFileToPng(request, error));
-    EXPECT_NE(error.find("missing.iv"), std::string::npos) << error;
-    EXPECT_FALSE(std::filesystem::exists(request.outputPath));
-
-    QUILLON_REQUIRE_RENDERING();
-    request.scenePath = m_dir.write("cube.iv", redCubeScene);
-    request.outputPath = m_dir.file("no-dir/cube.png");
-    EXPECT_FALSE(renderSceneFileToPng(request, error));
-    EXPECT_NE(error.find("no-dir/cube.png"), std::string::npos) << error;
-}
-
 TEST_F(RenderProgram, ProgramRendersAnExampleQuietly) {
     QUILLON_REQUIRE_RENDERING();
     const std::string output = m_dir.file("shapes.png");

@@ -25,8 +25,8 @@ float facetArea(const PbMesh& mesh, const PbArrayOfInt& nodes) {
 
 Facet makeFacet(const PbMesh& mesh, const PbArrayOfInt& nodes) {
     Facet facet{{-1, -1, -1, -1}, facetArea(mesh, nodes)};
-    std::copy(nodes.get(), nodes.get() + nodes.getNum(), facet.key.begin());
-    std::sort(facet.key.begin(), facet.key.begin() + nodes.getNum());
+    std::copy(nodes.get(), nodes.get() + std::min(nodes.getNum(), 4), facet.key.begin());
+    std::sort(facet.key.begin(), facet.key.end());
     return facet;
 }
 

@@ -1,0 +1,167 @@
+// Point location at scale: 100,000 random points located in an unstructured
+// mesh of about a million tetrahedra (through the spatial index over the
+// cell boxes) and in 200 x 200 x 200 grids (closed form for the axis-aligned
+// kinds, the spatial index for the curvilinear one), with the cost and the
+// memory of building the index.
+#include <Quillon/3Ddata/PbCartesianGrid3D.h>
+#include <Quillon/3Ddata/PbParalCartesianGrid3D.h>
+#include <Quillon/3Ddata/PbRegularCartesianGrid3D.h>
+#include <Quillon/3Ddata/PbTetrahedronMesh3D.h>
+
+#include "3Ddata/PiCellBoxIndex.h"
+
+#include <benchmark/benchmark.h>
+
+#include <random>
+#include <vector>
+
+namespace {
+
+const int s_numPoints = 100000;
+// 56^3 hexahedra of six tetrahedra each: 1,053,696 cells.
+const int s_tetBlockSide = 56;
+const int s_gridSide = 200;
+
+struct Arrays {
+    std::vector<float> x, y, z;
+};
+
+// Nodes of a side^3 block of unit cells, interior nodes moved at random.
+Arrays blockNodes(int side, float jitter) {
+    Arrays nodes;
+    std::mt19937 random(1);
+    std::uniform_real_distribution<float> move(-jitter, jitter);
+    for (int i = 0; i <= side; ++i)
+        for (int j = 0; j <= side; ++j)
+            for (int k = 0; k <= side; ++k) {
+                bool interior = i > 0 && j > 0 && k > 0 && i < side && j < side && k < side;
+                nodes.x.push_back(i + (interior ? move(random) : 0.0f));
+                nodes.y.push_back(j + (interior ? move(random) : 0.0f));
+                nodes.z.push_back(k + (interior ? move(random) : 0.0f));
+            }
+    return nodes;
+}
+
+const PbTetrahedronMesh3D& tetMesh() {
+    static const Arrays nodes = blockNodes(s_tetBlockSide, 0.2f);
+    static const std::vector<int> cells = [] {
+        std::vector<int> indices;
+        int n = s_tetBlockSide, side = n + 1;
+        auto node = [side](int i, int j, int k) { return (i * side + j) * side + k; };
+        static const int tets[6][4] = {{0, 1, 2, 6}, {0, 2, 3, 6}, {0, 3, 7, 6},
+                                       {0, 7, 4, 6}, {0, 4, 5, 6}, {0, 5, 1, 6}};
+        for (int i = 0; i < n; ++i)
+            for (int j = 0; j < n; ++j)
+                for (int k = 0; k < n; ++k) {
+                    int hex[8] = {node(i, j, k),
+                                  node(i + 1, j, k),
+                                  node(i + 1, j + 1, k),
+                                  node(i, j + 1, k),
+                                  node(i, j, k + 1),
+                                  node(i + 1, j, k + 1),
+                                  node(i + 1, j + 1, k + 1),
+                                  node(i, j + 1, k + 1)};
+                    for (const auto& tet : tets)
+                        for (int local : tet)
+                            indices.push_back(hex[local]);
+                }
+        return indices;
+    }();
+    static const PbTetrahedronMesh3D mesh(static_cast<int>(nodes.x.size()), nodes.x.data(),
+                                          nodes.y.data(), nodes.z.data(),
+                                          static_cast<int>(cells.size() / 4), cells.data(), 0);
+    return mesh;
+}
+
+std::vector<SbVec3f> randomPoints(const SbBox3f& box) {
+    std::mt19937 random(2);
+    std::vector<SbVec3f> points;
+    SbVec3f lo = box.getMin(), hi = box.getMax();
+    for (int n = 0; n < s_numPoints; ++n) {
+        SbVec3f p;
+        for (int axis = 0; axis < 3; ++axis)
+            p[axis] = std::uniform_real_distribution<float>(lo[axis], hi[axis])(random);
+        points.push_back(p);
+    }
+    return points;
+}
+
+void locateAll(benchmark::State& state, const PbMesh& mesh) {
+    std::vector<SbVec3f> points = randomPoints(mesh.getBoundingBox());
+    SbVec3f pcoord;
+    mesh.findContainingCell(points[0], 0.0f, pcoord); // builds what location needs
+    int found = 0;
+    for (auto _ : state) {
+        found = 0;
+        for (const SbVec3f& p : points)
+            found += mesh.findContainingCell(p, 0.0f, pcoord) != nullptr;
+        benchmark::DoNotOptimize(found);
+    }
+    state.counters["found"] = found;
+    state.counters["cells"] = mesh.getNumCells();
+    state.SetItemsProcessed(state.iterations() * s_numPoints);
+}
+
+void BM_TetMesh1M_Locate100k(benchmark::State& state) {
+    locateAll(state, tetMesh());
+}
+
+void BM_TetMesh1M_BuildIndex(benchmark::State& state) {
+    const PbTetrahedronMesh3D& mesh = tetMesh();
+    size_t bytes = 0;
+    int buckets = 0;
+    for (auto _ : state) {
+        PiCellBoxIndex index(mesh);
+        bytes = index.getMemoryUsed();
+        buckets = index.getNumBuckets();
+        benchmark::DoNotOptimize(bytes);
+    }
+    state.counters["index_MB"] = bytes / 1048576.0;
+    state.counters["buckets"] = buckets;
+}
+
+// For scale: the same location by testing every cell in order, on 100
+// points only.
+void BM_TetMesh1M_TestEveryCell100(benchmark::State& state) {
+    const PbTetrahedronMesh3D& mesh = tetMesh();
+    std::vector<SbVec3f> points = randomPoints(mesh.getBoundingBox());
+    points.resize(100);
+    SbVec3f pcoord;
+    for (auto _ : state)
+        for (const SbVec3f& p : points)
+            for (int c = 0; c < mesh.getNumCells(); ++c)
+                if (mesh.getCell(c)->locatePoint(p, 0.0f, pcoord))
+                    break;
+    state.SetItemsProcessed(state.iterations() * 100);
+}
+
+void BM_RegularGrid200_Locate100k(benchmark::State& state) {
+    PbRegularCartesianGrid3D grid(s_gridSide, s_gridSide, s_gridSide, 0, 0, 0, 1, 1, 1);
+    locateAll(state, grid);
+}
+
+void BM_ParalGrid200_Locate100k(benchmark::State& state) {
+    std::vector<float> axis;
+    for (int n = 0; n < s_gridSide; ++n)
+        axis.push_back(n * (1.0f + 0.002f * n));
+    PbParalCartesianGrid3D grid(s_gridSide, s_gridSide, s_gridSide, axis.data(), axis.data(),
+                                axis.data(), 0);
+    locateAll(state, grid);
+}
+
+void BM_CartesianGrid200_Locate100k(benchmark::State& state) {
+    static const Arrays nodes = blockNodes(s_gridSide - 1, 0.2f);
+    PbCartesianGrid3D grid(s_gridSide, s_gridSide, s_gridSide, nodes.x.data(), nodes.y.data(),
+                           nodes.z.data(), 0);
+    locateAll(state, grid);
+    state.counters["index_MB"] = PiCellBoxIndex(grid).getMemoryUsed() / 1048576.0;
+}
+
+} // namespace
+
+BENCHMARK(BM_TetMesh1M_Locate100k)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_TetMesh1M_BuildIndex)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_TetMesh1M_TestEveryCell100)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(BM_RegularGrid200_Locate100k)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ParalGrid200_Locate100k)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_CartesianGrid200_Locate100k)->Unit(benchmark::kMillisecond)->Iterations(3);

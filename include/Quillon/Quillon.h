@@ -88,3 +88,16 @@
 #include <Quillon/3Ddata/PbRegularMesh1D.h>
 #include <Quillon/3Ddata/PbIrregularMesh1D.h>
 #include <Quillon/3Ddata/PbFixedCellMesh2D.h>
+#include <Quillon/3Ddata/PbMesh.h>
+#include <Quillon/3Ddata/PbMeshArray.h>
+#include <Quillon/3Ddata/PbCellIterator.h>
+#include <Quillon/3Ddata/PbCellFilterIterator.h>
+#include <Quillon/3Ddata/PbMesh3D.h>
+#include <Quillon/3Ddata/PbGrid3D.h>
+#include <Quillon/3Ddata/PbCartesianGrid3D.h>
+#include <Quillon/3Ddata/PbParalCartesianGrid3D.h>
+#include <Quillon/3Ddata/PbRegularCartesianGrid3D.h>
+#include <Quillon/3Ddata/PbUnstructuredMesh3D.h>
+#include <Quillon/3Ddata/PbIndexedMesh3D.h>
+#include <Quillon/3Ddata/PbTetrahedronMesh3D.h>
+#include <Quillon/3Ddata/PbHexahedronMesh3D.h>

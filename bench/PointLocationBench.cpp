@@ -9,6 +9,7 @@
 #include <Quillon/3Ddata/PbTetrahedronMesh3D.h>
 
 #include "3Ddata/PiCellBoxIndex.h"
+#include "support/TetBlock.h"
 
 #include <benchmark/benchmark.h>
 
@@ -22,54 +23,10 @@ const int s_numPoints = 100000;
 const int s_tetBlockSide = 56;
 const int s_gridSide = 200;
 
-struct Arrays {
-    std::vector<float> x, y, z;
-};
-
-// Nodes of a side^3 block of unit cells, interior nodes moved at random.
-Arrays blockNodes(int side, float jitter) {
-    Arrays nodes;
-    std::mt19937 random(1);
-    std::uniform_real_distribution<float> move(-jitter, jitter);
-    for (int i = 0; i <= side; ++i)
-        for (int j = 0; j <= side; ++j)
-            for (int k = 0; k <= side; ++k) {
-                bool interior = i > 0 && j > 0 && k > 0 && i < side && j < side && k < side;
-                nodes.x.push_back(i + (interior ? move(random) : 0.0f));
-                nodes.y.push_back(j + (interior ? move(random) : 0.0f));
-                nodes.z.push_back(k + (interior ? move(random) : 0.0f));
-            }
-    return nodes;
-}
-
 const PbTetrahedronMesh3D& tetMesh() {
-    static const Arrays nodes = blockNodes(s_tetBlockSide, 0.2f);
-    static const std::vector<int> cells = [] {
-        std::vector<int> indices;
-        int n = s_tetBlockSide, side = n + 1;
-        auto node = [side](int i, int j, int k) { return (i * side + j) * side + k; };
-        static const int tets[6][4] = {{0, 1, 2, 6}, {0, 2, 3, 6}, {0, 3, 7, 6},
-                                       {0, 7, 4, 6}, {0, 4, 5, 6}, {0, 5, 1, 6}};
-        for (int i = 0; i < n; ++i)
-            for (int j = 0; j < n; ++j)
-                for (int k = 0; k < n; ++k) {
-                    int hex[8] = {node(i, j, k),
-                                  node(i + 1, j, k),
-                                  node(i + 1, j + 1, k),
-                                  node(i, j + 1, k),
-                                  node(i, j, k + 1),
-                                  node(i + 1, j, k + 1),
-                                  node(i + 1, j + 1, k + 1),
-                                  node(i, j + 1, k + 1)};
-                    for (const auto& tet : tets)
-                        for (int local : tet)
-                            indices.push_back(hex[local]);
-                }
-        return indices;
-    }();
-    static const PbTetrahedronMesh3D mesh(static_cast<int>(nodes.x.size()), nodes.x.data(),
-                                          nodes.y.data(), nodes.z.data(),
-                                          static_cast<int>(cells.size() / 4), cells.data(), 0);
+    static const meshtest::TetBlock block = meshtest::makeTetBlock(s_tetBlockSide, 0.2f);
+    static const PbTetrahedronMesh3D mesh(block.numNodes, block.x.data(), block.y.data(),
+                                          block.z.data(), block.numCells, block.cells.data(), 0);
     return mesh;
 }
 
@@ -150,7 +107,7 @@ void BM_ParalGrid200_Locate100k(benchmark::State& state) {
 }
 
 void BM_CartesianGrid200_Locate100k(benchmark::State& state) {
-    static const Arrays nodes = blockNodes(s_gridSide - 1, 0.2f);
+    static const meshtest::BlockNodes nodes = meshtest::makeBlockNodes(s_gridSide - 1, 0.2f);
     PbCartesianGrid3D grid(s_gridSide, s_gridSide, s_gridSide, nodes.x.data(), nodes.y.data(),
                            nodes.z.data(), 0);
     locateAll(state, grid);

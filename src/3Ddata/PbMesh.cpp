@@ -28,7 +28,7 @@ void drawId(unsigned int& id, unsigned int& counter) {
 // one; a referencing record keeps the caller's pointer.
 template <typename T> class SetRecord {
 public:
-    SetRecord(int isDuplicate) : m_isDuplicate(isDuplicate) {}
+    explicit SetRecord(int isDuplicate) : m_isDuplicate(isDuplicate) {}
     SetRecord(const SetRecord& other)
         : m_name(other.m_name), m_dataSetId(other.m_dataSetId), m_binding(other.m_binding),
           m_isDuplicate(other.m_isDuplicate), m_numValues(other.m_numValues),
@@ -123,16 +123,24 @@ struct PbMesh::SetStore {
     SetMap<SbString> strings;
     SetMap<SbVec3f> vecs;
 
+    // Adds or replaces a set; posts an error under methodName and keeps the
+    // sets as they were when a duplicating mesh gets no array or no memory.
     template <typename T>
-    static bool add(SetMap<T>& sets, int setIndex, const T* values, DataBinding binding,
-                    const SbString& name, int count, int isDuplicate) {
+    static bool add(SetMap<T>& sets, const char* methodName, const char* elements, int setIndex,
+                    const T* values, DataBinding binding, const SbString& name, int count,
+                    int isDuplicate) {
+        if (isDuplicate && !values && count > 0) {
+            PoDebugError::post(methodName, "set %d has no %s", setIndex, elements);
+            return false;
+        }
         auto found = sets.find(setIndex);
-        if (found == sets.end()) {
-            SetRecord<T> record(isDuplicate);
-            if (!record.store(values, count))
-                return false;
-            found = sets.emplace(setIndex, record).first;
-        } else if (!found->second.store(values, count)) {
+        bool isNew = found == sets.end();
+        if (isNew)
+            found = sets.emplace(setIndex, SetRecord<T>(isDuplicate)).first;
+        if (!found->second.store(values, count)) {
+            if (isNew)
+                sets.erase(found);
+            PoDebugError::post(methodName, "no memory for %d %s", count, elements);
             return false;
         }
         found->second.m_name = name;
@@ -199,16 +207,9 @@ void PbMesh::addValuesSet(int setIndex, const float* values, const SbString& nam
 }
 
 void PbMesh::addStringsSet(int setIndex, const SbString* strings, const SbString& name) {
-    if (m_isDataDuplicate && !strings && m_numNodes > 0) {
-        PoDebugError::post("PbMesh::addStringsSet", "set %d has no strings", setIndex);
-        return;
-    }
-    if (!SetStore::add(m_sets->strings, setIndex, strings, PER_NODE, name, m_numNodes,
-                       m_isDataDuplicate)) {
-        PoDebugError::post("PbMesh::addStringsSet", "no memory for %d strings", m_numNodes);
-        return;
-    }
-    notify(STRING_SETS);
+    if (SetStore::add(m_sets->strings, "PbMesh::addStringsSet", "strings", setIndex, strings,
+                      PER_NODE, name, m_numNodes, m_isDataDuplicate))
+        notify(STRING_SETS);
 }
 
 void PbMesh::addVecsSet(int setIndex, const SbVec3f* vecs, const SbString& name) {
@@ -217,30 +218,20 @@ void PbMesh::addVecsSet(int setIndex, const SbVec3f* vecs, const SbString& name)
 
 void PbMesh::addValuesSet(int setIndex, const float* values, DataBinding binding,
                           const SbString& name) {
-    int count = binding == PER_NODE ? m_numNodes : m_numCells;
-    if (m_isDataDuplicate && !values && count > 0) {
-        PoDebugError::post("PbMesh::addValuesSet", "set %d has no values", setIndex);
-        return;
-    }
-    if (!SetStore::add(m_sets->values, setIndex, values, binding, name, count, m_isDataDuplicate)) {
-        PoDebugError::post("PbMesh::addValuesSet", "no memory for %d values", count);
-        return;
-    }
-    notify(VALUE_SETS);
+    if (SetStore::add(m_sets->values, "PbMesh::addValuesSet", "values", setIndex, values, binding,
+                      name, numValuesFor(binding), m_isDataDuplicate))
+        notify(VALUE_SETS);
 }
 
 void PbMesh::addVecsSet(int setIndex, const SbVec3f* vecs, DataBinding binding,
                         const SbString& name) {
-    int count = binding == PER_NODE ? m_numNodes : m_numCells;
-    if (m_isDataDuplicate && !vecs && count > 0) {
-        PoDebugError::post("PbMesh::addVecsSet", "set %d has no vectors", setIndex);
-        return;
-    }
-    if (!SetStore::add(m_sets->vecs, setIndex, vecs, binding, name, count, m_isDataDuplicate)) {
-        PoDebugError::post("PbMesh::addVecsSet", "no memory for %d vectors", count);
-        return;
-    }
-    notify(VECTOR_SETS);
+    if (SetStore::add(m_sets->vecs, "PbMesh::addVecsSet", "vectors", setIndex, vecs, binding, name,
+                      numValuesFor(binding), m_isDataDuplicate))
+        notify(VECTOR_SETS);
+}
+
+int PbMesh::numValuesFor(DataBinding binding) const {
+    return binding == PER_NODE ? m_numNodes : m_numCells;
 }
 
 const SbString* PbMesh::getValuesSetName(int setIndex) const {

@@ -2,6 +2,8 @@
 
 #include <Quillon/graph/PoDebugError.h>
 
+#include "3Ddata/PiKeyedLists.h"
+
 #include <algorithm>
 #include <climits>
 
@@ -151,22 +153,14 @@ const PbCell* PbUnstructuredMesh3D::getCell(int cellIndex) const {
 
 // Lists each cell once per distinct node, in ascending cell index.
 void PbUnstructuredMesh3D::buildOwnerCells() const {
-    auto forEachDistinctNode = [this](int c, auto action) {
+    auto forEachDistinctNode = [this](int c, auto add) {
         int numCellNodes;
         const int* nodes = getCellNodeIndices(c, numCellNodes);
         for (int n = 0; n < numCellNodes; ++n)
             if (std::find(nodes, nodes + n, nodes[n]) == nodes + n)
-                action(nodes[n]);
+                add(nodes[n]);
     };
-    m_ownerStarts.assign(m_numNodes + 1, 0);
-    for (int c = 0; c < m_numCells; ++c)
-        forEachDistinctNode(c, [this](int node) { ++m_ownerStarts[node + 1]; });
-    for (int n = 0; n < m_numNodes; ++n)
-        m_ownerStarts[n + 1] += m_ownerStarts[n];
-    m_ownerCells.resize(m_ownerStarts[m_numNodes]);
-    std::vector<int> next(m_ownerStarts.begin(), m_ownerStarts.end() - 1);
-    for (int c = 0; c < m_numCells; ++c)
-        forEachDistinctNode(c, [&](int node) { m_ownerCells[next[node]++] = c; });
+    PiKeyedLists::build(m_numCells, m_numNodes, forEachDistinctNode, m_ownerStarts, m_ownerCells);
     m_ownersTopologyId = getTopologyId();
 }
 

@@ -1,5 +1,7 @@
 #include "3Ddata/PiCellBoxIndex.h"
 
+#include "3Ddata/PiKeyedLists.h"
+
 #include <Quillon/3Ddata/PbCell.h>
 #include <Quillon/3Ddata/PbMesh.h>
 
@@ -87,12 +89,9 @@ void PiCellBoxIndex::computeBuckets(int numCells, const float mean[3]) {
     }
 }
 
-// Two passes: count the cells of each bucket, then list them in ascending
-// cell index.
 void PiCellBoxIndex::fillBuckets(int numCells) {
     size_t numBuckets = static_cast<size_t>(m_dims[0]) * m_dims[1] * m_dims[2];
-    m_bucketStart.assign(numBuckets + 1, 0);
-    auto forEachBucketOfCell = [this](int c, auto action) {
+    auto forEachBucketOfCell = [this](int c, auto add) {
         const float* box = &m_boxes[6 * static_cast<size_t>(c)];
         int lo[3], hi[3];
         for (int axis = 0; axis < 3; ++axis) {
@@ -102,16 +101,9 @@ void PiCellBoxIndex::fillBuckets(int numCells) {
         for (int i = lo[0]; i <= hi[0]; ++i)
             for (int j = lo[1]; j <= hi[1]; ++j)
                 for (int k = lo[2]; k <= hi[2]; ++k)
-                    action(bucketOf(i, j, k));
+                    add(bucketOf(i, j, k));
     };
-    for (int c = 0; c < numCells; ++c)
-        forEachBucketOfCell(c, [this](int bucket) { ++m_bucketStart[bucket + 1]; });
-    for (size_t b = 0; b < numBuckets; ++b)
-        m_bucketStart[b + 1] += m_bucketStart[b];
-    m_bucketCells.resize(m_bucketStart[numBuckets]);
-    std::vector<size_t> next(m_bucketStart.begin(), m_bucketStart.end() - 1);
-    for (int c = 0; c < numCells; ++c)
-        forEachBucketOfCell(c, [&](int bucket) { m_bucketCells[next[bucket]++] = c; });
+    PiKeyedLists::build(numCells, numBuckets, forEachBucketOfCell, m_bucketStart, m_bucketCells);
 }
 
 // Monotone in x, so a point inside a box falls in a bucket the box was
@@ -146,5 +138,5 @@ float PiCellBoxIndex::cellExtent(int cell) const {
 
 size_t PiCellBoxIndex::getMemoryUsed() const {
     return sizeof(*this) + m_boxes.capacity() * sizeof(float) +
-           m_bucketStart.capacity() * sizeof(size_t) + m_bucketCells.capacity() * sizeof(int32_t);
+           m_bucketStart.capacity() * sizeof(size_t) + m_bucketCells.capacity() * sizeof(int);
 }

@@ -105,7 +105,7 @@ private:
     std::vector<float> m_boxes;
     // Bucket b lists m_bucketCells[m_bucketStart[b]] to [m_bucketStart[b + 1] - 1].
     std::vector<size_t> m_bucketStart;
-    std::vector<int32_t> m_bucketCells;
+    std::vector<int> m_bucketCells;
     float m_min[3] = {0, 0, 0};
     float m_max[3] = {0, 0, 0};
     float m_inverseBucketSize[3] = {0, 0, 0};

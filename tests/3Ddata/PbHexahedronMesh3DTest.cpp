@@ -8,14 +8,13 @@
 namespace {
 
 // An n x n x n block of hexahedra whose interior nodes are moved at random.
-struct HexBlock {
-    std::vector<float> x, y, z;
+struct HexBlock : meshtest::BlockNodes {
     std::vector<int> cells;
 };
 
 HexBlock makeHexBlock(int n, float jitter) {
-    meshtest::TetBlock nodes = meshtest::makeTetBlock(n, jitter, 3);
-    HexBlock block{nodes.x, nodes.y, nodes.z, {}};
+    HexBlock block;
+    static_cast<meshtest::BlockNodes&>(block) = meshtest::makeBlockNodes(n, jitter, 3);
     int side = n + 1;
     auto node = [side](int i, int j, int k) { return (i * side + j) * side + k; };
     for (int i = 0; i < n; ++i)

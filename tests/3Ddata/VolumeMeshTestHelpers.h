@@ -2,6 +2,8 @@
 #include <Quillon/3Ddata/PbCell.h>
 #include <Quillon/3Ddata/PbMesh.h>
 
+#include "support/TetBlock.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -11,59 +13,6 @@
 
 // Helpers shared by the volume mesh tests.
 namespace meshtest {
-
-// Nodes and tetrahedra of an n x n x n block of unit hexahedra, each split
-// into six tetrahedra around its diagonal from node 0 to node 6 (the split
-// matches across shared faces).  With jitter > 0 the interior nodes are
-// moved at random by up to jitter along each axis.
-struct TetBlock {
-    int numNodes = 0;
-    int numCells = 0;
-    std::vector<float> x, y, z;
-    std::vector<int> cells;
-};
-
-inline TetBlock makeTetBlock(int n, float jitter = 0.0f, unsigned seed = 1) {
-    TetBlock block;
-    int side = n + 1;
-    auto node = [side](int i, int j, int k) { return (i * side + j) * side + k; };
-    std::mt19937 random(seed);
-    std::uniform_real_distribution<float> move(-jitter, jitter);
-    for (int i = 0; i < side; ++i)
-        for (int j = 0; j < side; ++j)
-            for (int k = 0; k < side; ++k) {
-                bool interior = i > 0 && j > 0 && k > 0 && i < n && j < n && k < n;
-                float dx = 0, dy = 0, dz = 0;
-                if (interior && jitter > 0.0f) {
-                    dx = move(random);
-                    dy = move(random);
-                    dz = move(random);
-                }
-                block.x.push_back(i + dx);
-                block.y.push_back(j + dy);
-                block.z.push_back(k + dz);
-            }
-    static const int tets[6][4] = {{0, 1, 2, 6}, {0, 2, 3, 6}, {0, 3, 7, 6},
-                                   {0, 7, 4, 6}, {0, 4, 5, 6}, {0, 5, 1, 6}};
-    for (int i = 0; i < n; ++i)
-        for (int j = 0; j < n; ++j)
-            for (int k = 0; k < n; ++k) {
-                int hex[8] = {node(i, j, k),
-                              node(i + 1, j, k),
-                              node(i + 1, j + 1, k),
-                              node(i, j + 1, k),
-                              node(i, j, k + 1),
-                              node(i + 1, j, k + 1),
-                              node(i + 1, j + 1, k + 1),
-                              node(i, j + 1, k + 1)};
-                for (const auto& tet : tets)
-                    for (int local : tet)
-                        block.cells.push_back(hex[local]);
-            }
-    block.numNodes = side * side * side;
-    block.numCells = 6 * n * n * n;
-    return block;
-}
 
 // The first cell, in index order, that contains the point: what point
 // location must find, computed by testing every cell.

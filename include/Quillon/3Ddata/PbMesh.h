@@ -167,6 +167,9 @@ protected:
 private:
     struct SetStore;
 
+    // The number of values a set of that binding holds.
+    int numValuesFor(DataBinding binding) const;
+
     std::unique_ptr<SetStore> m_sets;
     mutable SbBox3f m_smallestCellBox;
     mutable SbBox3f m_biggestCellBox;

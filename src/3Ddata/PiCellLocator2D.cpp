@@ -56,10 +56,11 @@ PiCellLocator2D::PiCellLocator2D(const PbMesh2D& mesh, float tolerance) : m_tole
 }
 
 int PiCellLocator2D::bucketOf(float value, float origin, float size, int count) const {
-    if (size <= 0)
+    double position = size > 0 ? (double(value) - origin) / size * count : 0.0;
+    // Written so that a value that is not a number lands in bucket 0.
+    if (!(position >= 1.0))
         return 0;
-    int bucket = static_cast<int>((value - origin) / size * count);
-    return std::clamp(bucket, 0, count - 1);
+    return position >= count ? count - 1 : static_cast<int>(position);
 }
 
 void PiCellLocator2D::buildBuckets() {

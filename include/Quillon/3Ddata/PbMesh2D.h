@@ -73,7 +73,8 @@ public:
     // The result duplicates its data and is the caller's to delete.  Its
     // first getNumNodes() nodes are this mesh's nodes, in order; the fault
     // nodes follow (see PbTriangleMesh2D::evaluateFaultNode).  The z
-    // coordinates and the value, vector and string sets are carried over:
+    // coordinates and the value, vector and string sets are carried over,
+    // the sets found under the indices 0 to count - 1 as in scene files:
     // nodes keep their values, fault nodes get values interpolated in this
     // mesh (strings: that of the cell node with the largest weight), and
     // per-cell values go to each triangle from the cell containing its

@@ -19,6 +19,8 @@ public:
     // sourceValues holds one value per node of source.  Returns 1 with the
     // value (and gradient), or 0 leaving them untouched when the node lies
     // outside the source mesh; an invalid node or null values are reported.
+    // Each call prepares a search over the source's cells, a pass over the
+    // whole source mesh.
     int evaluateFaultNode(int nodeIndex, const PbMesh2D& source, const float* sourceValues,
                           float& value) const;
     int evaluateFaultNodeWithDerivs(int nodeIndex, const PbMesh2D& source,

@@ -2,13 +2,19 @@
 
 #include <Quillon/graph/PoBase.h>
 #include <Quillon/nodes/PoBevelEdge.h>
+#include <Quillon/nodes/PoCartesianGrid2D.h>
+#include <Quillon/nodes/PoCartesianGrid3D.h>
 #include <Quillon/nodes/PoCircularProfile.h>
 #include <Quillon/nodes/PoCoordinateListFilter.h>
 #include <Quillon/nodes/PoDateFormatMapping.h>
 #include <Quillon/nodes/PoDomain.h>
 #include <Quillon/nodes/PoEllipticProfile.h>
+#include <Quillon/nodes/PoHexahedronMesh3D.h>
 #include <Quillon/nodes/PoIndexListFilter.h>
+#include <Quillon/nodes/PoIndexedMesh2D.h>
+#include <Quillon/nodes/PoIndexedMesh3D.h>
 #include <Quillon/nodes/PoIntervalCellFilter.h>
+#include <Quillon/nodes/PoIrregularMesh1D.h>
 #include <Quillon/nodes/PoIsovaluesList.h>
 #include <Quillon/nodes/PoLabelHints.h>
 #include <Quillon/nodes/PoLinearDataMapping.h>
@@ -17,10 +23,19 @@
 #include <Quillon/nodes/PoNonLinearDataMapping.h>
 #include <Quillon/nodes/PoNonLinearDataMapping2.h>
 #include <Quillon/nodes/PoNumericDisplayFormat.h>
+#include <Quillon/nodes/PoParalCartesianGrid2D.h>
+#include <Quillon/nodes/PoParalCartesianGrid3D.h>
 #include <Quillon/nodes/PoPeriodFilter.h>
 #include <Quillon/nodes/PoPeriodIndexFilter.h>
+#include <Quillon/nodes/PoPolarGrid2D.h>
 #include <Quillon/nodes/PoProfileCoordinate2.h>
+#include <Quillon/nodes/PoQuadrangleMesh2D.h>
+#include <Quillon/nodes/PoRegularCartesianGrid2D.h>
+#include <Quillon/nodes/PoRegularCartesianGrid3D.h>
+#include <Quillon/nodes/PoRegularMesh1D.h>
 #include <Quillon/nodes/PoSquareProfile.h>
+#include <Quillon/nodes/PoTetrahedronMesh3D.h>
+#include <Quillon/nodes/PoTriangleMesh2D.h>
 
 #include <Inventor/actions/SoCallbackAction.h>
 #include <Inventor/actions/SoGLRenderAction.h>
@@ -48,6 +63,22 @@ const PoClassRegistration::ClassEntry s_nodeClasses[] = {
     PO_CLASS_ENTRY(PoLinearDataMapping),
     PO_CLASS_ENTRY(PoNonLinearDataMapping),
     PO_CLASS_ENTRY(PoNonLinearDataMapping2),
+    PO_CLASS_ENTRY(PoMeshProperty),
+    PO_CLASS_ENTRY(PoCartesianGrid3D),
+    PO_CLASS_ENTRY(PoParalCartesianGrid3D),
+    PO_CLASS_ENTRY(PoRegularCartesianGrid3D),
+    PO_CLASS_ENTRY(PoIndexedMesh3D),
+    PO_CLASS_ENTRY(PoHexahedronMesh3D),
+    PO_CLASS_ENTRY(PoTetrahedronMesh3D),
+    PO_CLASS_ENTRY(PoCartesianGrid2D),
+    PO_CLASS_ENTRY(PoParalCartesianGrid2D),
+    PO_CLASS_ENTRY(PoRegularCartesianGrid2D),
+    PO_CLASS_ENTRY(PoPolarGrid2D),
+    PO_CLASS_ENTRY(PoIndexedMesh2D),
+    PO_CLASS_ENTRY(PoTriangleMesh2D),
+    PO_CLASS_ENTRY(PoQuadrangleMesh2D),
+    PO_CLASS_ENTRY(PoIrregularMesh1D),
+    PO_CLASS_ENTRY(PoRegularMesh1D),
     PO_CLASS_ENTRY(PoBevelEdge),
     PO_CLASS_ENTRY(PoMesh1DFilter),
     PO_CLASS_ENTRY(PoPeriodIndexFilter),

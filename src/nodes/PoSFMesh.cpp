@@ -1,6 +1,30 @@
 #include <Quillon/nodes/PoSFMesh.h>
 
+#include <Quillon/nodes/PoSFCartesianGrid2D.h>
+#include <Quillon/nodes/PoSFCartesianGrid3D.h>
+#include <Quillon/nodes/PoSFHexahedronMesh3D.h>
+#include <Quillon/nodes/PoSFIndexedMesh2D.h>
+#include <Quillon/nodes/PoSFIndexedMesh3D.h>
+#include <Quillon/nodes/PoSFIrregularMesh1D.h>
+#include <Quillon/nodes/PoSFParalCartesianGrid2D.h>
+#include <Quillon/nodes/PoSFParalCartesianGrid3D.h>
+#include <Quillon/nodes/PoSFPolarGrid2D.h>
+#include <Quillon/nodes/PoSFQuadrangleMesh2D.h>
+#include <Quillon/nodes/PoSFRegularCartesianGrid2D.h>
+#include <Quillon/nodes/PoSFRegularCartesianGrid3D.h>
+#include <Quillon/nodes/PoSFRegularMesh1D.h>
+#include <Quillon/nodes/PoSFTetrahedronMesh3D.h>
+#include <Quillon/nodes/PoSFTriangleMesh2D.h>
+
+#include "nodes/PiMeshReader.h"
+#include "nodes/PiMeshRecord.h"
+#include "nodes/PiMeshSets.h"
+#include "nodes/PiMeshWriter.h"
+
+#include <Quillon/3Ddata/PbMesh.h>
 #include <Quillon/graph/PoClassRegistration.h>
+
+#include <Inventor/errors/SoDebugError.h>
 
 SoType PoSFMesh::s_classTypeId;
 
@@ -9,6 +33,21 @@ namespace {
 // the list backwards.
 const PoClassRegistration::ClassEntry s_meshFieldClasses[] = {
     PO_CLASS_ENTRY(PoSFMesh),
+    PO_CLASS_ENTRY(PoSFCartesianGrid3D),
+    PO_CLASS_ENTRY(PoSFParalCartesianGrid3D),
+    PO_CLASS_ENTRY(PoSFRegularCartesianGrid3D),
+    PO_CLASS_ENTRY(PoSFIndexedMesh3D),
+    PO_CLASS_ENTRY(PoSFHexahedronMesh3D),
+    PO_CLASS_ENTRY(PoSFTetrahedronMesh3D),
+    PO_CLASS_ENTRY(PoSFCartesianGrid2D),
+    PO_CLASS_ENTRY(PoSFPolarGrid2D),
+    PO_CLASS_ENTRY(PoSFParalCartesianGrid2D),
+    PO_CLASS_ENTRY(PoSFRegularCartesianGrid2D),
+    PO_CLASS_ENTRY(PoSFIndexedMesh2D),
+    PO_CLASS_ENTRY(PoSFTriangleMesh2D),
+    PO_CLASS_ENTRY(PoSFQuadrangleMesh2D),
+    PO_CLASS_ENTRY(PoSFIrregularMesh1D),
+    PO_CLASS_ENTRY(PoSFRegularMesh1D),
 };
 } // namespace
 
@@ -16,17 +55,43 @@ SoType PoSFMesh::getClassTypeId(void) {
     return s_classTypeId;
 }
 
+void PoSFMesh::registerType(SoType& type, const char* name, SoType::instantiationMethod create) {
+    PoClassRegistration::Guard guard;
+    if (type != SoType::badType())
+        return;
+    PoClassRegistration::ensureParent(name, PoSFMesh::getClassTypeId(), "PoSFMesh",
+                                      &PoSFMesh::initClass);
+    type = SoType::createType(PoSFMesh::getClassTypeId(), SbName(name), create);
+}
+
+void PoSFMesh::unregisterType(SoType& type, const char* name) {
+    if (PoClassRegistration::removeType(name, type))
+        type = SoType::badType();
+}
+
+void PoSFMesh::checkRegistered(const SoType& type, const char* name, void (*initClass)(void)) {
+    if (type != SoType::badType())
+        return;
+    SbString method(name);
+    method += "::";
+    method += name;
+    SoDebugError::post(method.getString(),
+                       "Can't construct a field of type %s until initClass() has been called",
+                       name);
+    initClass();
+}
+
 void PoSFMesh::initClass(void) {
     PoClassRegistration::Guard guard;
+    if (s_classTypeId != SoType::badType())
+        return;
     PoClassRegistration::ensureParent("PoSFMesh", SoSField::getClassTypeId(), "SoSField",
                                       &SoSField::initClass);
     s_classTypeId = SoType::createType(SoSField::getClassTypeId(), SbName("PoSFMesh"), nullptr);
 }
 
 void PoSFMesh::exitClass(void) {
-    if (!PoClassRegistration::removeType("PoSFMesh", s_classTypeId))
-        return;
-    s_classTypeId = SoType::badType();
+    unregisterType(s_classTypeId, "PoSFMesh");
 }
 
 void PoSFMesh::initClasses(void) {
@@ -40,3 +105,93 @@ void PoSFMesh::exitClasses(void) {
 PoSFMesh::PoSFMesh() = default;
 
 PoSFMesh::~PoSFMesh() = default;
+
+template <typename Change>
+void PoSFMesh::changeSet(unsigned int (PbMesh::*dataSetId)(int) const, int setIndex,
+                         Change change) {
+    PbMesh* mesh = getMesh();
+    const unsigned int before = (mesh->*dataSetId)(setIndex);
+    change(*mesh);
+    // A set that was added draws a new id; a refused one keeps the old.
+    if ((mesh->*dataSetId)(setIndex) != before)
+        valueChanged();
+}
+
+void PoSFMesh::addValuesSet(int setIndex, const float* values, const SbString& name) {
+    changeSet(&PbMesh::getFltDataSetId, setIndex,
+              [&](PbMesh& mesh) { mesh.addValuesSet(setIndex, values, name); });
+}
+
+void PoSFMesh::addValuesSet(int setIndex, const float* values, PoMeshProperty::DataBinding binding,
+                            const SbString& name) {
+    changeSet(&PbMesh::getFltDataSetId, setIndex, [&](PbMesh& mesh) {
+        mesh.addValuesSet(setIndex, values, static_cast<PbMesh::DataBinding>(binding), name);
+    });
+}
+
+void PoSFMesh::addStringsSet(int setIndex, const SbString* strings, const SbString& name) {
+    changeSet(&PbMesh::getStrDataSetId, setIndex,
+              [&](PbMesh& mesh) { mesh.addStringsSet(setIndex, strings, name); });
+}
+
+void PoSFMesh::addVecsSet(int setIndex, const SbVec3f* vecs, const SbString& name) {
+    changeSet(&PbMesh::getVecDataSetId, setIndex,
+              [&](PbMesh& mesh) { mesh.addVecsSet(setIndex, vecs, name); });
+}
+
+bool PoSFMesh::isSameMesh(const PbMesh& mesh) const {
+    PiMeshRecord held;
+    PiMeshRecord other;
+    writeHeader(held, getHeldMesh());
+    writeHeader(other, mesh);
+    return held == other && PiMeshSets::same(getHeldMesh(), mesh);
+}
+
+bool PoSFMesh::duplicate(const PbMesh& source, PbMesh& mesh) const {
+    PiMeshRecord header;
+    writeHeader(header, source);
+    if (!readHeader(header, mesh))
+        return false;
+    PiMeshSets::copy(source, mesh);
+    return true;
+}
+
+void PoSFMesh::setMeshValue(const PbMesh& mesh) {
+    if (!m_sameValueNotification && getContainer() && isSameMesh(mesh))
+        return;
+    if (mesh.isDataDuplicated()) {
+        assignMesh(mesh);
+    } else {
+        // A mesh that references its caller's arrays is rebuilt as one that
+        // owns copies of them.
+        std::unique_ptr<PbMesh> copy = newMesh();
+        if (!duplicate(mesh, *copy))
+            return;
+        assignMesh(*copy);
+    }
+    valueChanged();
+}
+
+void PoSFMesh::writeValue(SoOutput* out) const {
+    PiMeshWriter writer(out);
+    writer.begin();
+    writeHeader(writer, getHeldMesh());
+    writer.writeSets(getHeldMesh());
+    writer.end();
+}
+
+SbBool PoSFMesh::readValue(SoInput* in) {
+    const char* typeName = getTypeId().getName().getString();
+    PiMeshReader reader(in, typeName);
+    std::unique_ptr<PbMesh> mesh = newMesh();
+    const unsigned int emptyGeometry = mesh->getGeometryId();
+    if (!readHeader(reader, *mesh))
+        return FALSE;
+    // The checks of the reader leave nothing for the mesh to refuse; this
+    // keeps a mesh that did from being taken as read.
+    if (mesh->getGeometryId() == emptyGeometry)
+        return reader.fail("the mesh refused the geometry read");
+    const bool complete = reader.readSets(*mesh);
+    assignMesh(*mesh);
+    return complete;
+}

@@ -1,0 +1,108 @@
+#pragma once
+#include <Quillon/nodes/PoSFMesh.h>
+
+#include <utility>
+
+// What every mesh field has, for its mesh class MeshT: the held mesh, its
+// value access and the field protocol.  A concrete field derives from
+// PoSFMeshOf<its mesh class>, puts PO_SFMESH_HEADER in its class and
+// PO_SFMESH_SOURCE in its source, and supplies the header of its mesh class
+// (writeHeaderOf, readHeaderOf).
+template <class MeshT> class PoSFMeshOf : public PoSFMesh {
+public:
+    const MeshT& getValue(void) const {
+        evaluate();
+        return m_mesh;
+    }
+    // Takes a duplicating copy of the mesh and signals a change, unless the
+    // same-value rule (PoSFMesh) applies.
+    void setValue(const MeshT& mesh) { setMeshValue(mesh); }
+
+    int operator==(const PoSFMeshOf& field) const { return isSameMesh(field.getValue()); }
+    int operator!=(const PoSFMeshOf& field) const { return !operator==(field); }
+
+    void copyFrom(const SoField& field) override {
+        setValue(static_cast<const PoSFMeshOf&>(field).getValue());
+    }
+    SbBool isSame(const SoField& field) const override {
+        return field.getTypeId() == getTypeId() && operator==(
+                                                       static_cast<const PoSFMeshOf&>(field));
+    }
+    size_t getValueSize(void) const { return sizeof(MeshT); }
+
+    // Every setGeometry form of the mesh class, applied to the held mesh;
+    // signals a change when the mesh took the new geometry (a refused one
+    // leaves it as it was).
+    template <typename... Args>
+    auto setGeometry(Args... args) -> decltype(std::declval<MeshT&>().setGeometry(args...)) {
+        const unsigned int geometryId = m_mesh.getGeometryId();
+        m_mesh.setGeometry(args...);
+        if (m_mesh.getGeometryId() != geometryId)
+            valueChanged();
+    }
+
+protected:
+    PbMesh* getMesh(void) override { return &m_mesh; }
+    const PbMesh& getHeldMesh(void) const override { return m_mesh; }
+    std::unique_ptr<PbMesh> newMesh(void) const override { return std::make_unique<MeshT>(1); }
+    void assignMesh(const PbMesh& mesh) override { m_mesh = static_cast<const MeshT&>(mesh); }
+    void writeHeader(PiMeshSink& sink, const PbMesh& mesh) const override {
+        writeHeaderOf(sink, static_cast<const MeshT&>(mesh));
+    }
+    bool readHeader(PiMeshSource& source, PbMesh& mesh) const override {
+        return readHeaderOf(source, static_cast<MeshT&>(mesh));
+    }
+
+    virtual void writeHeaderOf(PiMeshSink& sink, const MeshT& mesh) const = 0;
+    virtual bool readHeaderOf(PiMeshSource& source, MeshT& mesh) const = 0;
+
+private:
+    MeshT m_mesh{1};
+};
+
+// Inside a concrete mesh field class: its type, registration, construction
+// and assignment.
+#define PO_SFMESH_HEADER(_class_, _meshclass_)                                                     \
+public:                                                                                            \
+    _class_();                                                                                     \
+    ~_class_() override;                                                                           \
+    static SoType getClassTypeId(void);                                                            \
+    SoType getTypeId(void) const override;                                                         \
+    static void* createInstance(void);                                                             \
+    static void initClass(void);                                                                   \
+    static void exitClass(void);                                                                   \
+    const _class_& operator=(const _class_& field);                                                \
+    const _meshclass_& operator=(const _meshclass_& mesh);                                         \
+                                                                                                   \
+private:                                                                                           \
+    static SoType s_classTypeId
+
+#define PO_SFMESH_SOURCE(_class_, _meshclass_)                                                     \
+    SoType _class_::s_classTypeId;                                                                 \
+    _class_::_class_() {                                                                           \
+        checkRegistered(s_classTypeId, SO__QUOTE(_class_), &_class_::initClass);                   \
+    }                                                                                              \
+    _class_::~_class_() = default;                                                                 \
+    SoType _class_::getClassTypeId(void) {                                                         \
+        return s_classTypeId;                                                                      \
+    }                                                                                              \
+    SoType _class_::getTypeId(void) const {                                                        \
+        return s_classTypeId;                                                                      \
+    }                                                                                              \
+    void* _class_::createInstance(void) {                                                          \
+        return new _class_;                                                                        \
+    }                                                                                              \
+    void _class_::initClass(void) {                                                                \
+        registerType(s_classTypeId, SO__QUOTE(_class_), &_class_::createInstance);                 \
+    }                                                                                              \
+    void _class_::exitClass(void) {                                                                \
+        unregisterType(s_classTypeId, SO__QUOTE(_class_));                                         \
+    }                                                                                              \
+    const _class_& _class_::operator=(const _class_& field) {                                      \
+        setValue(field.getValue());                                                                \
+        return *this;                                                                              \
+    }                                                                                              \
+    const _meshclass_& _class_::operator=(const _meshclass_& mesh) {                               \
+        setValue(mesh);                                                                            \
+        return getValue();                                                                         \
+    }

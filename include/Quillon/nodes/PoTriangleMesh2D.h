@@ -1,0 +1,9 @@
+#pragma once
+#include <Quillon/nodes/PoMeshProperty.h>
+#include <Quillon/nodes/PoSFTriangleMesh2D.h>
+
+// Property node holding an unstructured surface mesh of triangles in its field "mesh"; traversed,
+// it makes the mesh the current one for the representations below.
+class PoTriangleMesh2D : public PoMeshProperty {
+    PO_MESH_PROPERTY_HEADER(PoTriangleMesh2D, PoSFTriangleMesh2D, PbTriangleMesh2D)
+};

@@ -1,0 +1,74 @@
+#pragma once
+#include "nodes/PiMeshSource.h"
+
+#include <Quillon/3Ddata/PbMesh.h>
+
+class SoInput;
+
+// Reads the value of a mesh field through the toolkit's input, as
+// PiMeshWriter writes it, and also the earlier ASCII form whose sets have
+// no names and which has no string sets.  Every failure is reported as a
+// read error with the line where it happened.
+class PiMeshReader : public PiMeshSource {
+public:
+    // typeName starts the messages.
+    PiMeshReader(SoInput* in, const char* typeName);
+
+    bool readIntLine(const char* comment, int* values, int count) override;
+    bool readFloatLine(const char* comment, float* values, int count) override;
+    bool readIntArray(const char* comment, int count, std::vector<int>& values) override;
+    bool readFloatArray(const char* comment, int count, std::vector<float>& values) override;
+
+    // Reads the sets that follow the header and adds them to the mesh under
+    // 0, 1, ... in the order read.  Stops at the first value that cannot be
+    // read, keeping the sets read before it.
+    bool readSets(PbMesh& mesh);
+
+protected:
+    void report(const SbString& message) override;
+
+private:
+    struct SetCounts {
+        int strings = 0;
+        int values = 0;
+        int vecs = 0;
+        bool named = true;
+    };
+
+    bool readInt(int& value);
+    bool readFloat(float& value);
+    bool readString(SbString& value);
+    bool readVec(SbVec3f& value);
+    template <typename T>
+    bool readLine(const char* comment, T* values, int count, bool (PiMeshReader::*readOne)(T&));
+    template <typename T>
+    bool readArray(const char* comment, int count, std::vector<T>& values,
+                   bool (PiMeshReader::*readOne)(T&));
+
+    // ASCII only: the text up to the end of the line, and the next comment
+    // line that introduces a set ("# set of ..."), passing over other
+    // comments; empty when a value comes first.
+    SbString restOfLine();
+    // The next character that is not a blank or a line break, left unread;
+    // '\0' at the end of the input.
+    char peekPastSpaces();
+    // The next character of the line that is not a blank, left unread;
+    // '\n' at the end of the line or of the input.
+    char peekOnLine();
+    // After value index of count of an array: no comment on its line, and
+    // nothing more after the last value.
+    bool checkAfterValue(const char* comment, int index, int count);
+    SbString nextSetComment();
+
+    bool readCounts(SetCounts& counts);
+    bool readBinding(PbMesh::DataBinding& binding);
+    // set names the set in messages.
+    bool readName(bool named, const SbString& set, SbString& name);
+    bool readValuesSet(PbMesh& mesh, int index, bool named);
+    bool readStringsSet(PbMesh& mesh, int index, bool named);
+    bool readVecsSet(PbMesh& mesh, int index, bool named);
+
+    SoInput* m_in;
+    bool m_ascii;
+    const char* m_typeName;
+};

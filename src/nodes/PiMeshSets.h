@@ -1,0 +1,31 @@
+#pragma once
+#include <Quillon/3Ddata/PbMesh.h>
+
+#include <algorithm>
+#include <vector>
+
+// The value, string and vector sets of a mesh taken as a whole: their keys,
+// copies and comparison.
+class PiMeshSets {
+public:
+    // Keys of the sets of each kind, in ascending order.
+    static std::vector<int> valuesKeys(const PbMesh& mesh);
+    static std::vector<int> stringsKeys(const PbMesh& mesh);
+    static std::vector<int> vecsKeys(const PbMesh& mesh);
+
+    // Number of elements of a set of that binding on the mesh.
+    static int numValues(const PbMesh& mesh, PbMesh::DataBinding binding);
+
+    // Adds every set of from to to, under the same keys, names and bindings;
+    // to must have the same numbers of nodes and cells.
+    static void copy(const PbMesh& from, PbMesh& to);
+    // True when both meshes have sets under the same keys with equal names,
+    // bindings and elements.
+    static bool same(const PbMesh& a, const PbMesh& b);
+
+    // True when both arrays hold the same count elements; a missing array
+    // equals only an empty one.
+    template <typename T> static bool sameElements(const T* a, const T* b, int count) {
+        return count <= 0 || (a && b && std::equal(a, a + count, b));
+    }
+};

@@ -1,0 +1,13 @@
+#include <Quillon/nodes/PoSFHexahedronMesh3D.h>
+
+#include "nodes/PiCellMeshHeader.h"
+
+PO_SFMESH_SOURCE(PoSFHexahedronMesh3D, PbHexahedronMesh3D)
+
+void PoSFHexahedronMesh3D::writeHeaderOf(PiMeshSink& sink, const PbHexahedronMesh3D& mesh) const {
+    PiCellMeshHeader::writeVolume(sink, mesh, nullptr);
+}
+
+bool PoSFHexahedronMesh3D::readHeaderOf(PiMeshSource& source, PbHexahedronMesh3D& mesh) const {
+    return PiCellMeshHeader::readVolume(source, mesh, 8);
+}

@@ -1,0 +1,13 @@
+#include <Quillon/nodes/PoSFTetrahedronMesh3D.h>
+
+#include "nodes/PiCellMeshHeader.h"
+
+PO_SFMESH_SOURCE(PoSFTetrahedronMesh3D, PbTetrahedronMesh3D)
+
+void PoSFTetrahedronMesh3D::writeHeaderOf(PiMeshSink& sink, const PbTetrahedronMesh3D& mesh) const {
+    PiCellMeshHeader::writeVolume(sink, mesh, nullptr);
+}
+
+bool PoSFTetrahedronMesh3D::readHeaderOf(PiMeshSource& source, PbTetrahedronMesh3D& mesh) const {
+    return PiCellMeshHeader::readVolume(source, mesh, 4);
+}

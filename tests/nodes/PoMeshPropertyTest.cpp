@@ -1,0 +1,177 @@
+#include "nodes/MeshFieldTestHelpers.h"
+#include "support/SceneIO.h"
+
+#include <Quillon/graph/PoBase.h>
+#include <Quillon/nodes/PoMeshElement.h>
+
+#include <Inventor/actions/SoCallbackAction.h>
+#include <Inventor/nodes/SoCallback.h>
+#include <Inventor/nodes/SoSeparator.h>
+
+using namespace meshfieldtest;
+
+// A kit that reads the current mesh while rebuilding, so that a change of
+// the mesh node above it invalidates its cache.
+class MeshReadingKit : public PoBase {
+    PO_KIT_HEADER(MeshReadingKit);
+
+public:
+    MeshReadingKit() {
+        SO_KIT_CONSTRUCTOR(MeshReadingKit);
+        SO_KIT_INIT_INSTANCE();
+    }
+    static void ensureRegistered() {
+        if (getClassTypeId() == SoType::badType())
+            initClass();
+    }
+
+    int rebuildCount = 0;
+    const PbMesh2D* mesh = nullptr;
+    int numNodes = -1;
+
+protected:
+    ~MeshReadingKit() override = default;
+    void rebuild() override {
+        preRebuild();
+        ++rebuildCount;
+        if (isStateValid()) {
+            SoState* state = getState();
+            mesh = PoMeshElement::getMesh2D(state);
+            numNodes = mesh ? mesh->getNumNodes() : -1;
+            addElementToCache(PoClassRegistration::readableElement<PoMeshElement>(state));
+        }
+        postRebuild();
+    }
+};
+
+PO_KIT_SOURCE(MeshReadingKit, PoBase)
+
+namespace {
+// What the state holds where the probe stands: the current mesh of any
+// dimension.
+struct MeshProbe {
+    SoCallback* node = new SoCallback;
+    const PbMesh* mesh = nullptr;
+    int dimension = -1;
+
+    MeshProbe() { node->setCallback(&MeshProbe::reached, this); }
+    static void reached(void* data, SoAction* action) {
+        auto* probe = static_cast<MeshProbe*>(data);
+        SoState* state = action->getState();
+        probe->dimension = PoMeshElement::getDimension(state);
+        const PbMesh* meshes[] = {PoMeshElement::getMesh1D(state), PoMeshElement::getMesh2D(state),
+                                  PoMeshElement::getMesh3D(state)};
+        probe->mesh = nullptr;
+        for (const PbMesh* mesh : meshes)
+            probe->mesh = mesh ? mesh : probe->mesh;
+    }
+};
+
+template <class Mesh> int dimensionOf() {
+    return std::is_base_of<PbMesh1D, Mesh>::value   ? 1
+           : std::is_base_of<PbMesh2D, Mesh>::value ? 2
+                                                    : 3;
+}
+} // namespace
+
+template <class K> class MeshPropertyKindTest : public MeshFieldTest {};
+TYPED_TEST_SUITE(MeshPropertyKindTest, AllKinds);
+
+TYPED_TEST(MeshPropertyKindTest, PutsItsMeshIntoTheStateUnlessIgnored) {
+    auto* root = new SoSeparator;
+    root->ref();
+    auto* node = new typename TypeParam::Node;
+    node->mesh.setValue(TypeParam::sample());
+    MeshProbe probe;
+    root->addChild(node);
+    root->addChild(probe.node);
+
+    SoCallbackAction action;
+    action.apply(root);
+    EXPECT_EQ(probe.mesh, node->getMesh());
+    EXPECT_EQ(probe.mesh, &node->mesh.getValue());
+    EXPECT_EQ(probe.dimension, dimensionOf<typename TypeParam::Mesh>());
+    EXPECT_EQ(node->getSFieldMesh(), &node->mesh);
+    PoMeshProperty* property = node;
+    EXPECT_EQ(property->getSFieldMesh()->getTypeId(), TypeParam::Field::getClassTypeId());
+    EXPECT_EQ(node->getTypeId().getParent(), PoMeshProperty::getClassTypeId());
+
+    node->mesh.setIgnored(TRUE);
+    action.apply(root);
+    EXPECT_EQ(probe.mesh, nullptr);
+    EXPECT_EQ(probe.dimension, 0);
+    root->unref();
+}
+
+class PoMeshPropertyTest : public MeshFieldTest {};
+
+TEST_F(PoMeshPropertyTest, ForwardsSetGeometryToItsField) {
+    auto* grid = new PoRegularCartesianGrid2D;
+    grid->ref();
+    const float z[] = {1, 2, 3, 4};
+    grid->setGeometry(2, 2, 0.0f, 0.0f, 1.0f, 2.0f, z);
+    EXPECT_EQ(grid->getMesh()->getNodeCoord(3), SbVec3f(1, 2, 4));
+    const float x[] = {0, 1, 0}, y[] = {0, 0, 1};
+    grid->unref();
+
+    auto* triangles = new PoTriangleMesh2D;
+    triangles->ref();
+    const int indices[] = {0, 1, 2};
+    triangles->setGeometry(3, x, y, 1, indices);
+    EXPECT_EQ(triangles->getMesh()->getNumCells(), 1);
+    EXPECT_TRUE(triangles->getMesh()->isDataDuplicated());
+    triangles->unref();
+
+    auto* line = new PoIrregularMesh1D;
+    line->ref();
+    line->setGeometry(3, x);
+    EXPECT_EQ(line->getMesh()->getX(1), 1.0f);
+    line->unref();
+}
+
+TEST_F(PoMeshPropertyTest, AChangedMeshNodeMakesTheKitBelowRebuild) {
+    MeshReadingKit::ensureRegistered();
+    auto* root = new SoSeparator;
+    root->ref();
+    auto* grid = new PoPolarGrid2D;
+    auto* kit = new MeshReadingKit;
+    root->addChild(grid);
+    root->addChild(kit);
+    const float r[] = {1, 2}, t[] = {0, 1, 2};
+    grid->setGeometry(2, 3, r, t);
+
+    SoCallbackAction action;
+    action.apply(root);
+    EXPECT_EQ(kit->rebuildCount, 1);
+    EXPECT_EQ(kit->mesh, grid->getMesh());
+    EXPECT_EQ(kit->numNodes, 6);
+    action.apply(root);
+    EXPECT_EQ(kit->rebuildCount, 1);
+
+    grid->setGeometry(2, 2, r, t);
+    action.apply(root);
+    EXPECT_EQ(kit->rebuildCount, 2);
+    EXPECT_EQ(kit->numNodes, 4);
+
+    const float values[] = {1, 2, 3, 4};
+    grid->mesh.addValuesSet(0, values, "v");
+    action.apply(root);
+    EXPECT_EQ(kit->rebuildCount, 3);
+
+    // A refused change tells no one.
+    grid->setGeometry(-1, 2, r, t);
+    action.apply(root);
+    EXPECT_EQ(kit->rebuildCount, 3);
+    root->unref();
+}
+
+TEST_F(PoMeshPropertyTest, IsWrittenOnlyWithTheFoldedNodeWriteFormat) {
+    auto* line = new PoRegularMesh1D;
+    line->ref();
+    line->setGeometry(3, 0.0f, 1.0f);
+    EXPECT_NE(SceneIO::write(line).find("PoRegularMesh1D {"), std::string::npos);
+    PoBase::setNodeWriteFormat(PoBase::UNFOLD_NODE_WRITE_FORMAT);
+    EXPECT_EQ(SceneIO::write(line).find("PoRegularMesh1D"), std::string::npos);
+    PoBase::setNodeWriteFormat(PoBase::FOLD_NODE_WRITE_FORMAT);
+    line->unref();
+}

@@ -193,5 +193,8 @@ SbBool PoSFMesh::readValue(SoInput* in) {
         return reader.fail("the mesh refused the geometry read");
     const bool complete = reader.readSets(*mesh);
     assignMesh(*mesh);
+    // The toolkit signals a value read whole; one read in part changed too.
+    if (!complete)
+        valueChanged();
     return complete;
 }

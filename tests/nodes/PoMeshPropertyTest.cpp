@@ -4,9 +4,14 @@
 #include <Quillon/graph/PoBase.h>
 #include <Quillon/nodes/PoMeshElement.h>
 
+#include <Inventor/SoPath.h>
 #include <Inventor/actions/SoCallbackAction.h>
+#include <Inventor/actions/SoSearchAction.h>
 #include <Inventor/nodes/SoCallback.h>
 #include <Inventor/nodes/SoSeparator.h>
+
+#include <fstream>
+#include <iterator>
 
 using namespace meshfieldtest;
 
@@ -174,4 +179,31 @@ TEST_F(PoMeshPropertyTest, IsWrittenOnlyWithTheFoldedNodeWriteFormat) {
     EXPECT_EQ(SceneIO::write(line).find("PoRegularMesh1D"), std::string::npos);
     PoBase::setNodeWriteFormat(PoBase::FOLD_NODE_WRITE_FORMAT);
     line->unref();
+}
+
+TEST_F(PoMeshPropertyTest, ExampleScenesHoldAMeshWithSetsAsTheLibraryWritesIt) {
+    const std::string examples =
+        std::string(__FILE__).substr(0, std::string(__FILE__).rfind("/tests/")) + "/examples/";
+    for (const char* name :
+         {"mesh-surface-grid.iv", "mesh-surface-unstructured.iv", "mesh-volume-grid.iv",
+          "mesh-volume-unstructured.iv", "mesh-line.iv"}) {
+        SCOPED_TRACE(name);
+        std::ifstream file(examples + name);
+        ASSERT_TRUE(file.good());
+        const std::string text((std::istreambuf_iterator<char>(file)),
+                               std::istreambuf_iterator<char>());
+        SoNode* scene = SceneIO::read(text);
+        ASSERT_NE(scene, nullptr) << ::testing::PrintToString(readErrors());
+        scene->ref();
+        SoSearchAction search;
+        search.setType(PoMeshProperty::getClassTypeId());
+        search.setInterest(SoSearchAction::ALL);
+        search.apply(scene);
+        ASSERT_EQ(search.getPaths().getLength(), 1);
+        const auto* node = static_cast<PoMeshProperty*>(search.getPaths()[0]->getTail());
+        EXPECT_GT(node->getMesh()->getNumNodes(), 0);
+        EXPECT_GT(node->getMesh()->getNumValuesSet(), 0);
+        EXPECT_EQ(SceneIO::write(scene), text);
+        scene->unref();
+    }
 }

@@ -1,0 +1,81 @@
+// Feeds arbitrary text to the ASCII reader of the mesh fields.  The first
+// byte chooses the mesh property node, the rest is the value of its field
+// "mesh".  A value that reads must write and read again, in binary, to the
+// same bytes.
+//
+//   quillon_fuzz_mesh_field -dict=fuzz/mesh.dict CORPUS_DIR
+
+#include <Quillon/PoQuillon.h>
+#include <Quillon/graph/PoDebugError.h>
+
+#include <Inventor/SoDB.h>
+#include <Inventor/SoInput.h>
+#include <Inventor/SoOutput.h>
+#include <Inventor/actions/SoWriteAction.h>
+#include <Inventor/errors/SoDebugError.h>
+#include <Inventor/errors/SoReadError.h>
+#include <Inventor/nodes/SoSeparator.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+
+namespace {
+const char* const kNodeTypes[] = {
+    "PoCartesianGrid3D",  "PoParalCartesianGrid3D", "PoRegularCartesianGrid3D",
+    "PoIndexedMesh3D",    "PoHexahedronMesh3D",     "PoTetrahedronMesh3D",
+    "PoCartesianGrid2D",  "PoParalCartesianGrid2D", "PoRegularCartesianGrid2D",
+    "PoPolarGrid2D",      "PoIndexedMesh2D",        "PoTriangleMesh2D",
+    "PoQuadrangleMesh2D", "PoIrregularMesh1D",      "PoRegularMesh1D"};
+
+void silence(const SoError*, void*) {}
+
+std::string writeBinary(SoNode* node) {
+    SoOutput output;
+    output.setBinary(TRUE);
+    output.setBuffer(std::malloc(1024), 1024, std::realloc);
+    SoWriteAction writer(&output);
+    writer.apply(node);
+    void* buffer = nullptr;
+    size_t size = 0;
+    output.getBuffer(buffer, size);
+    std::string bytes(static_cast<char*>(buffer), size);
+    std::free(buffer);
+    return bytes;
+}
+
+SoSeparator* read(const std::string& bytes) {
+    SoInput input;
+    input.setBuffer(bytes.data(), bytes.size());
+    return SoDB::readAll(&input);
+}
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+    PoQuillon::init();
+    SoDebugError::setHandlerCallback(&silence, nullptr);
+    SoReadError::setHandlerCallback(&silence, nullptr);
+    PoDebugError::setHandlerCallback(&silence, nullptr);
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    if (size < 1)
+        return 0;
+    const char* type = kNodeTypes[data[0] % (sizeof kNodeTypes / sizeof kNodeTypes[0])];
+    SoNode* node = static_cast<SoNode*>(SoType::fromName(type).createInstance());
+    node->ref();
+    const std::string text(reinterpret_cast<const char*>(data + 1), size - 1);
+    if (node->getField("mesh")->set(text.c_str())) {
+        const std::string written = writeBinary(node);
+        SoSeparator* root = read(written);
+        if (!root)
+            std::abort();
+        root->ref();
+        if (root->getNumChildren() != 1 || writeBinary(root->getChild(0)) != written)
+            std::abort();
+        root->unref();
+    }
+    node->unref();
+    return 0;
+}

@@ -17,8 +17,8 @@ const char* const kCellIndices = "# cell's indices";
 } // namespace
 
 void PiCellMeshHeader::write(PiMeshSink& sink, bool surface, int numNodes, const float* x,
-                             const float* y, const float* z, int numCells, const int* cellTypes,
-                             const int* cellIndices, int numIndices) {
+                             const float* y, const float* z, int numCells, int fixedCellSize,
+                             const int* cellTypes, const int* cellIndices, int numIndices) {
     sink.intLine({numNodes}, kNumNodes);
     sink.floatArray(kCoordinates[0], x, numNodes);
     sink.floatArray(kCoordinates[1], y, numNodes);
@@ -27,7 +27,7 @@ void PiCellMeshHeader::write(PiMeshSink& sink, bool surface, int numNodes, const
     else
         sink.floatArray(kCoordinates[2], z, numNodes);
     sink.intLine({numCells}, kNumCells);
-    if (cellTypes)
+    if (fixedCellSize == 0)
         sink.intArray(kCellTypes, cellTypes, numCells);
     sink.intArray(kCellIndices, cellIndices, numIndices);
 }
@@ -62,7 +62,7 @@ void PiCellMeshHeader::writeSurface(PiMeshSink& sink, const PbIndexedMesh2D& mes
     int numIndices = 0;
     for (int cell = 0; cell < numCells; ++cell)
         numIndices += mesh.getCellNumNodes(cell);
-    write(sink, true, numNodes, x, y, z, numCells, cellTypes, cellIndices, numIndices);
+    write(sink, true, numNodes, x, y, z, numCells, 0, cellTypes, cellIndices, numIndices);
 }
 
 bool PiCellMeshHeader::readSurface(PiMeshSource& source, PbIndexedMesh2D& mesh) {
@@ -83,7 +83,7 @@ void PiCellMeshHeader::writeSurface(PiMeshSink& sink, const PbFixedCellMesh2D& m
     const float *x, *y, *z;
     const int* cellIndices;
     mesh.getGeometry(numNodes, x, y, z, numCells, cellIndices);
-    write(sink, true, numNodes, x, y, z, numCells, nullptr, cellIndices,
+    write(sink, true, numNodes, x, y, z, numCells, mesh.getCellSize(), nullptr, cellIndices,
           numCells * mesh.getCellSize());
 }
 
@@ -101,7 +101,7 @@ bool PiCellMeshHeader::readSurface(PiMeshSource& source, PbFixedCellMesh2D& mesh
 }
 
 void PiCellMeshHeader::writeVolume(PiMeshSink& sink, const PbUnstructuredMesh3D& mesh,
-                                   const int* cellTypes) {
+                                   int fixedCellSize, const int* cellTypes) {
     const float *x, *y, *z;
     int sizeX, sizeY, sizeZ;
     mesh.getCoordinates(x, y, z, sizeX, sizeY, sizeZ);
@@ -113,7 +113,17 @@ void PiCellMeshHeader::writeVolume(PiMeshSink& sink, const PbUnstructuredMesh3D&
         mesh.getCellNodeIndices(cell, cellSize);
         numIndices += cellSize;
     }
-    write(sink, false, mesh.getNumNodes(), x, y, z, numCells, cellTypes, cellIndices, numIndices);
+    write(sink, false, mesh.getNumNodes(), x, y, z, numCells, fixedCellSize, cellTypes, cellIndices,
+          numIndices);
+}
+
+void PiCellMeshHeader::writeVolume(PiMeshSink& sink, const PbIndexedMesh3D& mesh) {
+    writeVolume(sink, mesh, 0, mesh.getCellTypes());
+}
+
+void PiCellMeshHeader::writeVolume(PiMeshSink& sink, const PbUnstructuredMesh3D& mesh,
+                                   int cellSize) {
+    writeVolume(sink, mesh, cellSize, nullptr);
 }
 
 bool PiCellMeshHeader::readVolume(PiMeshSource& source, PbIndexedMesh3D& mesh) {

@@ -20,12 +20,11 @@ public:
     static void writeSurface(PiMeshSink& sink, const PbFixedCellMesh2D& mesh);
     static bool readSurface(PiMeshSource& source, PbFixedCellMesh2D& mesh);
 
-    // A volume mesh; the cell types are written for a mesh that has them.
-    static void writeVolume(PiMeshSink& sink, const PbUnstructuredMesh3D& mesh,
-                            const int* cellTypes);
+    static void writeVolume(PiMeshSink& sink, const PbIndexedMesh3D& mesh);
     static bool readVolume(PiMeshSource& source, PbIndexedMesh3D& mesh);
-    // A volume mesh of cells of one kind, with its setGeometry for cells of
-    // cellSize nodes.
+    // A volume mesh of cells of cellSize nodes each, read with its
+    // setGeometry for such cells.
+    static void writeVolume(PiMeshSink& sink, const PbUnstructuredMesh3D& mesh, int cellSize);
     template <class Mesh> static bool readVolume(PiMeshSource& source, Mesh& mesh, int cellSize) {
         PiCellMeshHeader header;
         if (!header.read(source, false, cellSize, {}))
@@ -36,9 +35,12 @@ public:
     }
 
 private:
+    // Without a fixed cell size, the cell types are written.
     static void write(PiMeshSink& sink, bool surface, int numNodes, const float* x, const float* y,
-                      const float* z, int numCells, const int* cellTypes, const int* cellIndices,
-                      int numIndices);
+                      const float* z, int numCells, int fixedCellSize, const int* cellTypes,
+                      const int* cellIndices, int numIndices);
+    static void writeVolume(PiMeshSink& sink, const PbUnstructuredMesh3D& mesh, int fixedCellSize,
+                            const int* cellTypes);
     // Reads and checks the header; without a fixed cell size, each cell's
     // number of nodes is read and must be one of cellTypes.
     bool read(PiMeshSource& source, bool surface, int fixedCellSize,

@@ -84,9 +84,11 @@ bool PiMeshReader::readArray(const char* comment, int count, std::vector<T>& val
     // array holds a comment or shares the line of its last value: a count
     // that does not match the values written runs into one of these.
     const bool introduced = comment[0] == '#';
+    const bool afterLine = m_afterLine;
+    m_afterLine = false;
     if (m_ascii && introduced) {
-        // Past the comment that may end the line of the item before.
-        if (peekOnLine() == '#')
+        // Past the comment that closes a line of values before.
+        if (afterLine && peekOnLine() == '#')
             restOfLine();
         if (peekPastSpaces() != '#')
             return fail("the comment line \"%s\" is missing", comment);
@@ -114,6 +116,7 @@ bool PiMeshReader::readLine(const char* comment, T* values, int count,
     for (int i = 0; i < count; ++i)
         if (!(this->*readOne)(values[i]))
             return fail("Couldn't read the %s", describe(comment));
+    m_afterLine = true;
     return true;
 }
 
@@ -158,8 +161,8 @@ bool PiMeshReader::readCounts(SetCounts& counts) {
         counts = {numbers[0], numbers[1], numbers[2], true};
     } else {
         int first = 0;
-        if (!readIntLine("   # number of data-set", &first, 1))
-            return false;
+        if (!readInt(first))
+            return fail("Couldn't read the number of data-sets");
         if (restOfLine().find("number of string data-set") >= 0) {
             int others[2];
             if (!readIntLine("   # numbers of scalar and vector data-sets", others, 2))

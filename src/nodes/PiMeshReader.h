@@ -71,4 +71,7 @@ private:
     SoInput* m_in;
     bool m_ascii;
     const char* m_typeName;
+    // The last item read was a line of values, whose closing comment may
+    // still be ahead on its line.
+    bool m_afterLine = false;
 };

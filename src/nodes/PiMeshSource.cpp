@@ -23,14 +23,16 @@ const char* PiMeshSource::describe(const char* comment) {
 bool PiMeshSource::readSizes(const char* comment, int* sizes, int count) {
     if (!readIntLine(comment, sizes, count))
         return false;
+    // Every partial product must fit too: meshes multiply their sizes in
+    // order, so 6 x 2147483647 x 0 would overflow before reaching 0.
     long long product = 1;
     for (int i = 0; i < count; ++i) {
         if (sizes[i] < 0)
             return fail("negative size %d in %s", sizes[i], describe(comment));
-        product = std::min(product * sizes[i], static_cast<long long>(INT_MAX) + 1);
+        product *= sizes[i];
+        if (product > INT_MAX)
+            return fail("the sizes in %s give more than %d nodes", describe(comment), INT_MAX);
     }
-    if (product > INT_MAX)
-        return fail("the sizes in %s give more than %d nodes", describe(comment), INT_MAX);
     return true;
 }
 

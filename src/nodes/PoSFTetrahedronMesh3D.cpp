@@ -5,7 +5,7 @@
 PO_SFMESH_SOURCE(PoSFTetrahedronMesh3D, PbTetrahedronMesh3D)
 
 void PoSFTetrahedronMesh3D::writeHeaderOf(PiMeshSink& sink, const PbTetrahedronMesh3D& mesh) const {
-    PiCellMeshHeader::writeVolume(sink, mesh, nullptr);
+    PiCellMeshHeader::writeVolume(sink, mesh, 4);
 }
 
 bool PoSFTetrahedronMesh3D::readHeaderOf(PiMeshSource& source, PbTetrahedronMesh3D& mesh) const {

@@ -118,6 +118,13 @@ TEST_F(PiMeshReaderTest, ReportsBadFilesWithTheLineOfTheFault) {
              "    0 0 0\n    1 1 1\n" +
              noSets + "}\n",
          "the sizes in num_x, num_y, num_z give more than 2147483647 nodes", 5},
+        {"sizes whose partial product overflows",
+         std::string(kHeader) +
+             "PoRegularCartesianGrid3D {\n  mesh\n"
+             "    6 2147483647 0    # num_x, num_y, num_z\n"
+             "    0 0 0\n    1 1 1\n" +
+             noSets + "}\n",
+         "the sizes in num_x, num_y, num_z give more than 2147483647 nodes", 5},
         {"a float for an integer",
          std::string(kHeader) + "PoRegularMesh1D {\n  mesh\n    2.5    # size\n" + noSets + "}\n",
          "Couldn't read the size", 5},

@@ -35,19 +35,22 @@ TYPED_TEST(MeshFieldKindTest, RoundTripsThroughAsciiAndBinaryFiles) {
     using Node = typename TypeParam::Node;
     auto* node = new Node;
     node->ref();
-    const typename TypeParam::Mesh sample = TypeParam::sample();
-    node->mesh.setValue(sample);
-    for (bool binary : {false, true}) {
-        SCOPED_TRACE(binary ? "binary" : "ASCII");
-        SoNode* read = SceneIO::roundTrip(node, binary);
-        ASSERT_NE(read, nullptr) << ::testing::PrintToString(this->readErrors());
-        read->ref();
-        ASSERT_EQ(read->getTypeId(), Node::getClassTypeId());
-        const auto& mesh = static_cast<Node*>(read)->mesh.getValue();
-        expectSameMesh(sample, mesh);
-        EXPECT_TRUE(mesh.isDataDuplicated());
-        EXPECT_TRUE(static_cast<Node*>(read)->mesh.isSame(node->mesh));
-        read->unref();
+    for (const typename TypeParam::Mesh& sample :
+         {TypeParam::sample(), typename TypeParam::Mesh(1)}) {
+        node->mesh.setValue(sample);
+        for (bool binary : {false, true}) {
+            SCOPED_TRACE(testing::Message()
+                         << (binary ? "binary, " : "ASCII, ") << sample.getNumNodes() << " nodes");
+            SoNode* read = SceneIO::roundTrip(node, binary);
+            ASSERT_NE(read, nullptr) << ::testing::PrintToString(this->readErrors());
+            read->ref();
+            ASSERT_EQ(read->getTypeId(), Node::getClassTypeId());
+            const auto& mesh = static_cast<Node*>(read)->mesh.getValue();
+            expectSameMesh(sample, mesh);
+            EXPECT_TRUE(mesh.isDataDuplicated());
+            EXPECT_TRUE(static_cast<Node*>(read)->mesh.isSame(node->mesh));
+            read->unref();
+        }
     }
     node->unref();
     EXPECT_TRUE(this->errors().messages().empty());
@@ -179,4 +182,20 @@ TEST_F(PoSFMeshTest, RegistersItsFamilyWithTheToolkitMessages) {
     PoSFMesh::initClasses();
     for (const char* name : {"PoSFMesh", "PoSFCartesianGrid3D", "PoSFRegularMesh1D"})
         EXPECT_NE(SoType::fromName(name), SoType::badType()) << name;
+}
+
+TEST_F(PoSFMeshTest, AFlatMeshReplacingOneWithZStaysFlat) {
+    PoSFQuadrangleMesh2D field;
+    field.setValue(Kind<PoQuadrangleMesh2D, PoSFQuadrangleMesh2D, PbQuadrangleMesh2D>::sample());
+    ASSERT_NE(field.getValue().getZcoord(), nullptr);
+    PbQuadrangleMesh2D flat;
+    const float x[] = {0, 1, 1, 0}, y[] = {0, 0, 1, 1};
+    const int indices[] = {0, 1, 2, 3};
+    flat.setGeometry(4, x, y, 1, indices);
+    field.setValue(flat);
+    EXPECT_EQ(field.getValue().getZcoord(), nullptr);
+    EXPECT_EQ(field.getValue().getNodeCoord(2), SbVec3f(1, 1, 0));
+    SbString text;
+    field.get(text);
+    EXPECT_NE(std::string(text.getString()).find("0    # 2D mesh"), std::string::npos);
 }

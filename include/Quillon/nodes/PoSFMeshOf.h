@@ -1,6 +1,8 @@
 #pragma once
+#include <Quillon/3Ddata/PbMesh2D.h>
 #include <Quillon/nodes/PoSFMesh.h>
 
+#include <type_traits>
 #include <utility>
 
 // What every mesh field has, for its mesh class MeshT: the held mesh, its
@@ -45,7 +47,16 @@ protected:
     PbMesh* getMesh(void) override { return &m_mesh; }
     const PbMesh& getHeldMesh(void) const override { return m_mesh; }
     std::unique_ptr<PbMesh> newMesh(void) const override { return std::make_unique<MeshT>(1); }
-    void assignMesh(const PbMesh& mesh) override { m_mesh = static_cast<const MeshT&>(mesh); }
+    void assignMesh(const PbMesh& mesh) override {
+        const MeshT& source = static_cast<const MeshT&>(mesh);
+        m_mesh = source;
+        if constexpr (std::is_base_of<PbMesh2D, MeshT>::value) {
+            // Assigning a flat mesh over one with z can leave a stale z
+            // array behind (an emptied array keeps its storage); flatten it.
+            if (!source.getZcoord() && m_mesh.getZcoord())
+                m_mesh.setZCoord(nullptr);
+        }
+    }
     void writeHeader(PiMeshSink& sink, const PbMesh& mesh) const override {
         writeHeaderOf(sink, static_cast<const MeshT&>(mesh));
     }

@@ -180,17 +180,25 @@ bool PiMeshReader::readCounts(SetCounts& counts) {
     return true;
 }
 
-bool PiMeshReader::readBinding(PbMesh::DataBinding& binding) {
+bool PiMeshReader::readSetStart(SetKind kind, const SbString& set, PbMesh::DataBinding& binding) {
+    binding = PbMesh::PER_NODE;
     if (m_ascii) {
-        const bool perCell = nextSetComment().find("binding per cell") >= 0;
-        binding = perCell ? PbMesh::PER_CELL : PbMesh::PER_NODE;
+        // Required, also because a set of no elements reads nothing else.
+        const SbString comment = nextSetComment();
+        if (comment.getLength() == 0)
+            return fail("the comment line that starts the %s is missing", set.getString());
+        if (kind == SCALARS && comment.find("binding per cell") >= 0)
+            binding = PbMesh::PER_CELL;
         return true;
     }
+    if (kind == STRINGS)
+        return true;
     int value = 0;
     if (!readIntLine("   # binding", &value, 1))
         return false;
     if (value != PbMesh::PER_CELL && value != PbMesh::PER_NODE)
-        return fail("binding %d is neither 0 (per cell) nor 1 (per node)", value);
+        return fail("binding %d of the %s is neither 0 (per cell) nor 1 (per node)", value,
+                    set.getString());
     binding = static_cast<PbMesh::DataBinding>(value);
     return true;
 }
@@ -213,7 +221,7 @@ bool PiMeshReader::readValuesSet(PbMesh& mesh, int index, bool named) {
     PbMesh::DataBinding binding;
     SbString name;
     std::vector<float> values;
-    if (!readBinding(binding) || !readName(named, set, name) ||
+    if (!readSetStart(SCALARS, set, binding) || !readName(named, set, name) ||
         !readFloatArray(set.getString(), PiMeshSets::numValues(mesh, binding), values))
         return false;
     mesh.addValuesSet(index, values.data(), binding, name);
@@ -222,9 +230,10 @@ bool PiMeshReader::readValuesSet(PbMesh& mesh, int index, bool named) {
 
 bool PiMeshReader::readStringsSet(PbMesh& mesh, int index, bool named) {
     const SbString set = setName("strings", index);
+    PbMesh::DataBinding binding;
     SbString name;
     std::vector<SbString> strings;
-    if (!readName(named, set, name) ||
+    if (!readSetStart(STRINGS, set, binding) || !readName(named, set, name) ||
         !readArray(set.getString(), mesh.getNumNodes(), strings, &PiMeshReader::readString))
         return false;
     mesh.addStringsSet(index, strings.data(), name);
@@ -233,10 +242,10 @@ bool PiMeshReader::readStringsSet(PbMesh& mesh, int index, bool named) {
 
 bool PiMeshReader::readVecsSet(PbMesh& mesh, int index, bool named) {
     const SbString set = setName("vectors", index);
-    PbMesh::DataBinding binding = PbMesh::PER_NODE;
+    PbMesh::DataBinding binding;
     SbString name;
     std::vector<SbVec3f> vecs;
-    if ((!m_ascii && !readBinding(binding)) || !readName(named, set, name) ||
+    if (!readSetStart(VECTORS, set, binding) || !readName(named, set, name) ||
         !readArray(set.getString(), PiMeshSets::numValues(mesh, binding), vecs,
                    &PiMeshReader::readVec))
         return false;

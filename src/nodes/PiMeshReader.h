@@ -61,7 +61,11 @@ private:
     SbString nextSetComment();
 
     bool readCounts(SetCounts& counts);
-    bool readBinding(PbMesh::DataBinding& binding);
+    enum SetKind { SCALARS, STRINGS, VECTORS };
+    // What comes before a set's name: in ASCII its comment line, which must
+    // be there and tells the binding of a scalar set; in binary the binding
+    // of a scalar or vector set.  set names the set in messages.
+    bool readSetStart(SetKind kind, const SbString& set, PbMesh::DataBinding& binding);
     // set names the set in messages.
     bool readName(bool named, const SbString& set, SbString& name);
     bool readValuesSet(PbMesh& mesh, int index, bool named);

@@ -130,6 +130,11 @@ TEST_F(PiMeshReaderTest, ReportsBadFilesWithTheLineOfTheFault) {
          "Couldn't read the size", 5},
         {"negative set count", gridScene("    0 # number of string data-set\n    -1\n    0\n"),
          "negative number of data-sets", 13},
+        {"countless sets of nothing",
+         std::string(kHeader) + "PoRegularMesh1D {\n  mesh\n    0    # size\n"
+                                "    # xmin and xmax coordinates of mesh nodes\n    0 1\n"
+                                "    2000000000    # number of scalar data-set\n    0\n}\n",
+         "the comment line that starts the scalars of set 0 is missing", 10},
         {"truncated set",
          gridScene("    0    # number of string data-set\n    1\n    0\n"
                    "    # set of scalars, index 0, binding per node\n"

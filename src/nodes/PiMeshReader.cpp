@@ -45,30 +45,19 @@ bool PiMeshReader::readVec(SbVec3f& value) {
     return readFloat(value[0]) && readFloat(value[1]) && readFloat(value[2]);
 }
 
-char PiMeshReader::peekPastSpaces() {
+char PiMeshReader::peek(bool pastLineBreaks) {
     char c;
     while (m_in->get(c)) {
-        if (!std::isspace(static_cast<unsigned char>(c))) {
+        if (!std::isspace(static_cast<unsigned char>(c)) || (c == '\n' && !pastLineBreaks)) {
             m_in->putBack(c);
             return c;
         }
     }
-    return '\0';
-}
-
-char PiMeshReader::peekOnLine() {
-    char c;
-    while (m_in->get(c)) {
-        if (c != ' ' && c != '\t' && c != '\r') {
-            m_in->putBack(c);
-            return c;
-        }
-    }
-    return '\n';
+    return pastLineBreaks ? '\0' : '\n';
 }
 
 bool PiMeshReader::checkAfterValue(const char* comment, int index, int count) {
-    const char next = peekOnLine();
+    const char next = peek(false);
     if (next == '#')
         return fail("a comment follows value %d of %d of the %s", index + 1, count,
                     describe(comment));
@@ -88,16 +77,16 @@ bool PiMeshReader::readArray(const char* comment, int count, std::vector<T>& val
     m_afterLine = false;
     if (m_ascii && introduced) {
         // Past the comment that closes a line of values before.
-        if (afterLine && peekOnLine() == '#')
+        if (afterLine && peek(false) == '#')
             restOfLine();
-        if (peekPastSpaces() != '#')
+        if (peek(true) != '#')
             return fail("the comment line \"%s\" is missing", comment);
         restOfLine();
     }
     values.clear();
     values.reserve(std::min(count, kReservedValues));
     for (int i = 0; i < count; ++i) {
-        if (m_ascii && (introduced || i > 0) && peekPastSpaces() == '#')
+        if (m_ascii && (introduced || i > 0) && peek(true) == '#')
             return fail("a comment stands where value %d of %d of the %s was expected", i + 1,
                         count, describe(comment));
         T value;
@@ -145,7 +134,7 @@ SbString PiMeshReader::restOfLine() {
 }
 
 SbString PiMeshReader::nextSetComment() {
-    while (peekPastSpaces() == '#') {
+    while (peek(true) == '#') {
         const SbString comment = restOfLine();
         if (comment.find("# set of ") == 0)
             return comment;

@@ -49,12 +49,10 @@ private:
     // line that introduces a set ("# set of ..."), passing over other
     // comments; empty when a value comes first.
     SbString restOfLine();
-    // The next character that is not a blank or a line break, left unread;
-    // '\0' at the end of the input.
-    char peekPastSpaces();
-    // The next character of the line that is not a blank, left unread;
-    // '\n' at the end of the line or of the input.
-    char peekOnLine();
+    // The next character that is not a blank, past line breaks or on this
+    // line only, left unread; at the end of the input '\0', or '\n' when
+    // looking on this line.
+    char peek(bool pastLineBreaks);
     // After value index of count of an array: no comment on its line, and
     // nothing more after the last value.
     bool checkAfterValue(const char* comment, int index, int count);

@@ -106,6 +106,13 @@ void PiMeshWriter::writeSets(const PbMesh& mesh) {
     const std::vector<int> valuesKeys = PiMeshSets::valuesKeys(mesh);
     const std::vector<int> stringsKeys = PiMeshSets::stringsKeys(mesh);
     const std::vector<int> vecsKeys = PiMeshSets::vecsKeys(mesh);
+    const int unlisted = mesh.getNumValuesSet() + mesh.getNumStringsSet() + mesh.getNumVecsSet() -
+                         static_cast<int>(valuesKeys.size() + stringsKeys.size() + vecsKeys.size());
+    if (unlisted > 0)
+        PoDebugError::postWarning("PoSFMesh::writeValue",
+                                  "%d sets have keys too far from 0 to be found and are not "
+                                  "written",
+                                  unlisted);
     intLine({static_cast<int>(stringsKeys.size())}, "   # number of string data-set");
     intLine({static_cast<int>(valuesKeys.size())}, "   # number of scalar data-set");
     intLine({static_cast<int>(vecsKeys.size())}, "   # number of vector data-set");

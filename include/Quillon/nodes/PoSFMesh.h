@@ -32,11 +32,13 @@ class PiMeshSource;
 // vector set there has one vector per element of its binding, so binary
 // files keep every set as it was.
 //
-// Reading stops at the first value that cannot be read or used (a size or
-// index that does not fit the mesh, a truncated file) and reports a read
-// error with the line.  When the header is bad the field keeps its previous
-// value; when a set is bad the field takes the mesh with the sets read
-// before it.
+// Reading stops at the first value that cannot be read or used and reports
+// a read error with the line: a size or index that does not fit the mesh, a
+// truncated file, and in ASCII a count that does not match the values that
+// follow (the comment line that starts each array and each set must be
+// there, and no comment may stand among an array's values).  When the
+// header is bad the field keeps its previous value; when a set is bad the
+// field takes the mesh with the sets read before it.
 class PoSFMesh : public SoSField {
 public:
     static SoType getClassTypeId(void);
@@ -77,6 +79,8 @@ protected:
     virtual void writeHeader(PiMeshSink& sink, const PbMesh& mesh) const = 0;
     virtual bool readHeader(PiMeshSource& source, PbMesh& mesh) const = 0;
 
+    // Removes the value and vector sets bound per cell from the held mesh.
+    void removePerCellSets(void);
     // Same header values and same sets.
     bool isSameMesh(const PbMesh& mesh) const;
     // The setValue rule for a mesh of the held class.

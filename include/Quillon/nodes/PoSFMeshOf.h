@@ -34,13 +34,18 @@ public:
 
     // Every setGeometry form of the mesh class, applied to the held mesh;
     // signals a change when the mesh took the new geometry (a refused one
-    // leaves it as it was).
+    // leaves it as it was).  Per-cell sets are dropped when the number of
+    // cells changes, as all sets are when the number of nodes does.
     template <typename... Args>
     auto setGeometry(Args... args) -> decltype(std::declval<MeshT&>().setGeometry(args...)) {
         const unsigned int geometryId = m_mesh.getGeometryId();
+        const int numCells = m_mesh.getNumCells();
         m_mesh.setGeometry(args...);
-        if (m_mesh.getGeometryId() != geometryId)
-            valueChanged();
+        if (m_mesh.getGeometryId() == geometryId)
+            return;
+        if (m_mesh.getNumCells() != numCells)
+            removePerCellSets();
+        valueChanged();
     }
 
 protected:

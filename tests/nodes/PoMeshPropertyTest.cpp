@@ -110,30 +110,6 @@ TYPED_TEST(MeshPropertyKindTest, PutsItsMeshIntoTheStateUnlessIgnored) {
 
 class PoMeshPropertyTest : public MeshFieldTest {};
 
-TEST_F(PoMeshPropertyTest, ForwardsSetGeometryToItsField) {
-    auto* grid = new PoRegularCartesianGrid2D;
-    grid->ref();
-    const float z[] = {1, 2, 3, 4};
-    grid->setGeometry(2, 2, 0.0f, 0.0f, 1.0f, 2.0f, z);
-    EXPECT_EQ(grid->getMesh()->getNodeCoord(3), SbVec3f(1, 2, 4));
-    const float x[] = {0, 1, 0}, y[] = {0, 0, 1};
-    grid->unref();
-
-    auto* triangles = new PoTriangleMesh2D;
-    triangles->ref();
-    const int indices[] = {0, 1, 2};
-    triangles->setGeometry(3, x, y, 1, indices);
-    EXPECT_EQ(triangles->getMesh()->getNumCells(), 1);
-    EXPECT_TRUE(triangles->getMesh()->isDataDuplicated());
-    triangles->unref();
-
-    auto* line = new PoIrregularMesh1D;
-    line->ref();
-    line->setGeometry(3, x);
-    EXPECT_EQ(line->getMesh()->getX(1), 1.0f);
-    line->unref();
-}
-
 TEST_F(PoMeshPropertyTest, AChangedMeshNodeMakesTheKitBelowRebuild) {
     MeshReadingKit::ensureRegistered();
     auto* root = new SoSeparator;
@@ -168,17 +144,6 @@ TEST_F(PoMeshPropertyTest, AChangedMeshNodeMakesTheKitBelowRebuild) {
     action.apply(root);
     EXPECT_EQ(kit->rebuildCount, 3);
     root->unref();
-}
-
-TEST_F(PoMeshPropertyTest, IsWrittenOnlyWithTheFoldedNodeWriteFormat) {
-    auto* line = new PoRegularMesh1D;
-    line->ref();
-    line->setGeometry(3, 0.0f, 1.0f);
-    EXPECT_NE(SceneIO::write(line).find("PoRegularMesh1D {"), std::string::npos);
-    PoBase::setNodeWriteFormat(PoBase::UNFOLD_NODE_WRITE_FORMAT);
-    EXPECT_EQ(SceneIO::write(line).find("PoRegularMesh1D"), std::string::npos);
-    PoBase::setNodeWriteFormat(PoBase::FOLD_NODE_WRITE_FORMAT);
-    line->unref();
 }
 
 TEST_F(PoMeshPropertyTest, ExampleScenesHoldAMeshWithSetsAsTheLibraryWritesIt) {

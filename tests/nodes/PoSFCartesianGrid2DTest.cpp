@@ -64,18 +64,3 @@ TEST_F(PoSFCartesianGrid2DTest, WritesTheSceneFileLayoutLetterForLetter) {
     read->unref();
     node->unref();
 }
-
-TEST_F(PoSFCartesianGrid2DTest, WritesZOnlyForASurfaceInSpace) {
-    PoSFCartesianGrid2D field;
-    const float x[] = {0, 1, 0, 1}, y[] = {0, 0, 1, 1}, z[] = {5, 6, 7, 8};
-    field.setGeometry(2, 2, x, y, z);
-    SbString text;
-    field.get(text);
-    const std::vector<std::string> lines = linesOf(text.getString());
-    const std::vector<std::string> header(lines.begin(), lines.begin() + 10);
-    EXPECT_EQ(header, (std::vector<std::string>{
-                          "", "  2 2    # num_x, num_y", "  # x coordinates of mesh nodes",
-                          "  0 1 0 1 ", "  # y coordinates of mesh nodes", "  0 0 1 1 ",
-                          "  1    # 3D mesh", "  # z coordinates of mesh nodes", "  5 6 7 8 ",
-                          "  0    # number of string data-set"}));
-}

@@ -145,13 +145,6 @@ TEST_F(PoSFMeshTest, SetAdditionsAndGeometryChangesSignalUnlessRefused) {
     EXPECT_EQ(errors().messages().size(), 2u);
 }
 
-TEST_F(PoSFMeshTest, FollowsAConnectedField) {
-    PoSFTriangleMesh2D source, target;
-    target.connectFrom(&source);
-    source.setValue(Kind<PoTriangleMesh2D, PoSFTriangleMesh2D, PbTriangleMesh2D>::sample());
-    expectSameMesh(source.getValue(), target.getValue());
-}
-
 TEST_F(PoSFMeshTest, RegistersItsFamilyWithTheToolkitMessages) {
     PoSFMesh::exitClasses();
     EXPECT_EQ(PoSFMesh::getClassTypeId(), SoType::badType());

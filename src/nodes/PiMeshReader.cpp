@@ -197,48 +197,19 @@ bool PiMeshReader::readName(bool named, const SbString& set, SbString& name) {
     return !named || readString(name) || fail("Couldn't read the name of the %s", set.getString());
 }
 
-namespace {
-SbString setName(const char* kind, int index) {
-    SbString name;
-    name.sprintf("%s of set %d", kind, index);
-    return name;
-}
-} // namespace
-
-bool PiMeshReader::readValuesSet(PbMesh& mesh, int index, bool named) {
-    const SbString set = setName("scalars", index);
+template <typename T, typename Add>
+bool PiMeshReader::readSet(const PbMesh& mesh, SetKind kind, int index, bool named,
+                           bool (PiMeshReader::*readOne)(T&), Add add) {
+    static const char* const kKinds[] = {"scalars", "strings", "vectors"};
+    SbString set;
+    set.sprintf("%s of set %d", kKinds[kind], index);
     PbMesh::DataBinding binding;
     SbString name;
-    std::vector<float> values;
-    if (!readSetStart(SCALARS, set, binding) || !readName(named, set, name) ||
-        !readFloatArray(set.getString(), PiMeshSets::numValues(mesh, binding), values))
+    std::vector<T> elements;
+    if (!readSetStart(kind, set, binding) || !readName(named, set, name) ||
+        !readArray(set.getString(), PiMeshSets::numValues(mesh, binding), elements, readOne))
         return false;
-    mesh.addValuesSet(index, values.data(), binding, name);
-    return true;
-}
-
-bool PiMeshReader::readStringsSet(PbMesh& mesh, int index, bool named) {
-    const SbString set = setName("strings", index);
-    PbMesh::DataBinding binding;
-    SbString name;
-    std::vector<SbString> strings;
-    if (!readSetStart(STRINGS, set, binding) || !readName(named, set, name) ||
-        !readArray(set.getString(), mesh.getNumNodes(), strings, &PiMeshReader::readString))
-        return false;
-    mesh.addStringsSet(index, strings.data(), name);
-    return true;
-}
-
-bool PiMeshReader::readVecsSet(PbMesh& mesh, int index, bool named) {
-    const SbString set = setName("vectors", index);
-    PbMesh::DataBinding binding;
-    SbString name;
-    std::vector<SbVec3f> vecs;
-    if (!readSetStart(VECTORS, set, binding) || !readName(named, set, name) ||
-        !readArray(set.getString(), PiMeshSets::numValues(mesh, binding), vecs,
-                   &PiMeshReader::readVec))
-        return false;
-    mesh.addVecsSet(index, vecs.data(), binding, name);
+    add(elements.data(), binding, name);
     return true;
 }
 
@@ -247,13 +218,22 @@ bool PiMeshReader::readSets(PbMesh& mesh) {
     if (!readCounts(counts))
         return false;
     for (int i = 0; i < counts.values; ++i)
-        if (!readValuesSet(mesh, i, counts.named))
+        if (!readSet(mesh, SCALARS, i, counts.named, &PiMeshReader::readFloat,
+                     [&](const float* values, PbMesh::DataBinding binding, const SbString& name) {
+                         mesh.addValuesSet(i, values, binding, name);
+                     }))
             return false;
     for (int i = 0; i < counts.strings; ++i)
-        if (!readStringsSet(mesh, i, counts.named))
+        if (!readSet(mesh, STRINGS, i, counts.named, &PiMeshReader::readString,
+                     [&](const SbString* strings, PbMesh::DataBinding, const SbString& name) {
+                         mesh.addStringsSet(i, strings, name);
+                     }))
             return false;
     for (int i = 0; i < counts.vecs; ++i)
-        if (!readVecsSet(mesh, i, counts.named))
+        if (!readSet(mesh, VECTORS, i, counts.named, &PiMeshReader::readVec,
+                     [&](const SbVec3f* vecs, PbMesh::DataBinding binding, const SbString& name) {
+                         mesh.addVecsSet(i, vecs, binding, name);
+                     }))
             return false;
     return true;
 }

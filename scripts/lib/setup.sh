@@ -36,14 +36,32 @@ quillon_install_packages() {
     if ((${#missing[@]} == 0)); then
         return
     fi
-    local sudo=()
+    quillon_apt_install "${missing[@]}"
+}
+
+quillon_apt_install() {
+    quillon_log "installing $*"
+    quillon_as_root apt-get update
+    quillon_as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "$@"
+}
+
+quillon_as_root() {
     if [[ "$(id -u)" -ne 0 ]]; then
-        sudo=(sudo)
+        sudo "$@"
+    else
+        "$@"
     fi
-    quillon_log "installing ${missing[*]}"
-    "${sudo[@]}" apt-get update
-    "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends \
-        "${missing[@]}"
+}
+
+# The tests print numbers under a locale with a decimal comma; generates
+# one when the machine has none.
+quillon_provide_comma_locale() {
+    if locale -a 2>/dev/null | grep -qi '^de_DE\.utf-\?8$'; then
+        return
+    fi
+    quillon_is_installed locales || quillon_apt_install locales
+    quillon_log "generating the locale de_DE.UTF-8"
+    quillon_as_root localedef -i de_DE -f UTF-8 de_DE.UTF-8
 }
 
 quillon_configure() {

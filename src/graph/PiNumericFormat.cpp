@@ -10,6 +10,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <string>
 
 namespace {
 const int s_significantDigits = 5;
@@ -39,9 +40,8 @@ int engineeringTenPower(double magnitude) {
 // Decimals printed by "%.<precision>f" for x, less the trailing zeros and a
 // trailing run of nines (a run of nines ends at the first zero dropped).
 int countDecimals(double x, int precision) {
-    char format[12];
-    snprintf(format, sizeof(format), "%%.%df", precision);
-    const SbString printed = SbLocaleString::toString_l(format, x);
+    const std::string format = "%." + std::to_string(precision) + "f";
+    const SbString printed = SbLocaleString::toString_l(format.c_str(), x);
     const char* text = printed.getString();
     const char* separator = std::strchr(text, '.');
     if (!separator)

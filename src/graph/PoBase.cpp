@@ -1,5 +1,9 @@
 #include <Quillon/graph/PoBase.h>
 
+#include <Quillon/3Ddata/PbHexahedronCell.h>
+#include <Quillon/3Ddata/PbPyramidCell.h>
+#include <Quillon/3Ddata/PbTetrahedronCell.h>
+#include <Quillon/3Ddata/PbWedgeCell.h>
 #include <Quillon/3Ddata/PoVolumwright.h>
 #include <Quillon/PoQuillon.h>
 #include <Quillon/graph/PbDataMapping.h>
@@ -67,6 +71,24 @@ template <typename F> void withoutNotification(SoNode* node, F&& function) {
 
 // ------------------------------------------------------------ start-up
 
+namespace {
+// The volume cells' marching-case tables are process-wide and built with
+// the library rather than at the first isosurface.
+void initMarchingCaseTables() {
+    PbHexahedronCell::init();
+    PbTetrahedronCell::init();
+    PbPyramidCell::init();
+    PbWedgeCell::init();
+}
+
+void finishMarchingCaseTables() {
+    PbWedgeCell::finish();
+    PbPyramidCell::finish();
+    PbTetrahedronCell::finish();
+    PbHexahedronCell::finish();
+}
+} // namespace
+
 void PoBase::init(void) {
     PfToolkit::initDB();
     SoFarspan::init();
@@ -80,6 +102,7 @@ void PoBase::init(void) {
         PoElementList::initClasses();
         PoNode::initClasses();
         PoSFMesh::initClasses();
+        initMarchingCaseTables();
     }
     ++s_initCount;
 }
@@ -88,6 +111,7 @@ void PoBase::finish(void) {
     if (s_initCount == 0)
         return;
     if (--s_initCount == 0) {
+        finishMarchingCaseTables();
         PoSFMesh::exitClasses();
         PoNode::exitClasses();
         PoElementList::exitClasses();
@@ -442,6 +466,12 @@ void PoBase::copyContents(const SoFieldContainer* from, SbBool copyConnections) 
     installCallbacks();
 }
 
+SbBool PoBase::readInstance(SoInput* in, unsigned short flags) {
+    const SbBool ok = SoBaseKit::readInstance(in, flags);
+    installCallbacks();
+    return ok;
+}
+
 // ----------------------------------------------------------- writing
 
 void PoBase::write(SoWriteAction* action) {
@@ -460,6 +490,10 @@ void PoBase::setDefaultOnNonWritingFields(void) {
     if (s_nodeWriteFormat == FOLD_NODE_WRITE_FORMAT) {
         alternateRep.setDefault(TRUE);
         appearance.setDefault(TRUE);
+    } else if (alternateRep.getValue()) {
+        // The toolkit leaves out group parts whose own fields are default;
+        // the representation is written for its children.
+        alternateRep.setDefault(FALSE);
     }
 }
 

@@ -6,18 +6,13 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <dlfcn.h>
-#include <string>
 
 namespace {
 // Loads the stand-in view module by its path, so that the library finds it
 // already loaded under its file name.
 void* preloadFakeModule() {
-    const char* directory = std::getenv("QUILLON_FAKE_VIEW_MODULE_DIR");
-    if (!directory)
-        return nullptr;
-    return dlopen((std::string(directory) + "/QuillonWinD.so").c_str(), RTLD_NOW | RTLD_GLOBAL);
+    return dlopen(QUILLON_FAKE_VIEW_MODULE_DIR "/QuillonWinD.so", RTLD_NOW | RTLD_GLOBAL);
 }
 } // namespace
 

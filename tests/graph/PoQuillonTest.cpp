@@ -116,10 +116,6 @@ void expectRegistered(bool inOrder) {
     }
 }
 
-void expectRegisteredInOrder() {
-    expectRegistered(true);
-}
-
 void expectNothingRegistered() {
     for (const char* name : registrationOrder) {
         if (!isElement(name)) {
@@ -133,8 +129,11 @@ void expectNothingRegistered() {
 } // namespace
 
 TEST(PoQuillon, RegistersEveryFamilyInOrder) {
+    // Only the first registration in the process creates the element types.
+    SoDB::init();
+    const bool first = typeNamed("PoDomainElement") == SoType::badType();
     PoQuillon::init();
-    expectRegisteredInOrder();
+    expectRegistered(first);
     EXPECT_EQ(PoBase::getClassTypeId().getParent(), SoBaseKit::getClassTypeId());
     EXPECT_TRUE(FsInitModuleCmd::Instance()->isRegistered("Quillon"));
     PoQuillon::finish();

@@ -1,5 +1,6 @@
 #include "nodes/MeshFieldTestHelpers.h"
 #include "support/SceneIO.h"
+#include "support/TestClassRegistration.h"
 
 #include <Quillon/graph/PoBase.h>
 #include <Quillon/nodes/PoMeshElement.h>
@@ -25,10 +26,7 @@ public:
         SO_KIT_CONSTRUCTOR(MeshReadingKit);
         SO_KIT_INIT_INSTANCE();
     }
-    static void ensureRegistered() {
-        if (getClassTypeId() == SoType::badType())
-            initClass();
-    }
+    static void ensureRegistered() { TestClassRegistration::registerForThisTest<MeshReadingKit>(); }
 
     int rebuildCount = 0;
     const PbMesh2D* mesh = nullptr;

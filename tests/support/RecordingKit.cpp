@@ -1,12 +1,12 @@
 #include "support/RecordingKit.h"
+#include "support/TestClassRegistration.h"
 
 #include <Quillon/nodes/PoDataMappingElement.h>
 
 PO_KIT_SOURCE(RecordingKit, PoBase)
 
 void RecordingKit::ensureRegistered() {
-    if (getClassTypeId() == SoType::badType())
-        initClass();
+    TestClassRegistration::registerForThisTest<RecordingKit>();
 }
 
 RecordingKit::RecordingKit() {
@@ -22,6 +22,10 @@ RecordingKit::RecordingKit() {
 RecordingKit::~RecordingKit() {
     detachFieldSensorList(&m_sensors);
     deleteFieldSensorList(&m_sensors);
+}
+
+SoSeparator* RecordingKit::getRepresentation() {
+    return SO_GET_ANY_PART(this, "alternateRep", SoSeparator);
 }
 
 void RecordingKit::basicObjectChange(PbBase* object) {

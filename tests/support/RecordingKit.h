@@ -3,6 +3,7 @@
 #include <Quillon/graph/PoBase.h>
 
 #include <Inventor/fields/SoSFFloat.h>
+#include <Inventor/nodes/SoSeparator.h>
 
 #include <vector>
 
@@ -24,7 +25,8 @@ public:
 
     RecordingKit();
 
-    // Registers the class when needed (after the library is initialised).
+    // Registers the class for the running test when needed (after the
+    // library is initialised).
     static void ensureRegistered();
 
     void basicObjectChange(PbBase* object) override;
@@ -32,6 +34,10 @@ public:
     int rebuildCount = 0;
     std::vector<Notification> notifications;
     const void* lastDataMapping = nullptr;
+
+    // The kit's representation, created when missing; getPart() does not
+    // hand out parts that have parts below them.
+    SoSeparator* getRepresentation();
 
     using PoBase::changeConnection;
     using PoBase::isCacheValid;

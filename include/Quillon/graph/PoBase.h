@@ -137,6 +137,9 @@ protected:
 
     void setDefaultOnNonWritingFields(void) override;
     void copyContents(const SoFieldContainer* from, SbBool copyConnections) override;
+    // A representation read from a file brings callback nodes without
+    // functions; the kit's own are put back.
+    SbBool readInstance(SoInput* in, unsigned short flags) override;
     SbBool setUpConnections(SbBool onOff, SbBool doItAlways = FALSE) override;
 
     void createFieldSensorList(int count, FieldSensorList* list);

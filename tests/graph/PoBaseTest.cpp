@@ -141,7 +141,7 @@ TEST_F(PoBaseTest, WriteFormatDecidesWhetherRepresentationIsWritten) {
     EXPECT_EQ(unfolded.find("catchActionCallback "), std::string::npos) << unfolded;
 }
 
-TEST_F(PoBaseTest, UnfoldedKitReadBackStillCatchesActions) {
+TEST_F(PoBaseTest, UnfoldedKitIsReadBackAndRebuiltOnItsFirstTraversal) {
     traverse();
     kit->getRepresentation()->addChild(new SoCube);
     PoBase::setNodeWriteFormat(PoBase::UNFOLD_NODE_WRITE_FORMAT);

@@ -4,10 +4,8 @@
 
 #include "support/ErrorRecorder.h"
 #include "support/RecordingKit.h"
+#include "support/SceneIO.h"
 
-#include <Inventor/SoDB.h>
-#include <Inventor/SoInput.h>
-#include <Inventor/SoOutput.h>
 #include <Inventor/actions/SoCallbackAction.h>
 #include <Inventor/actions/SoWriteAction.h>
 #include <Inventor/misc/SoState.h>
@@ -19,21 +17,6 @@
 
 #include <string>
 #include <vector>
-
-namespace {
-std::string writeToString(SoNode* node) {
-    SoOutput output;
-    output.setBuffer(malloc(1024), 1024, realloc);
-    SoWriteAction writer(&output);
-    writer.apply(node);
-    void* buffer = nullptr;
-    size_t size = 0;
-    output.getBuffer(buffer, size);
-    std::string text(static_cast<char*>(buffer), size);
-    free(buffer);
-    return text;
-}
-} // namespace
 
 class PoBaseTest : public ::testing::Test {
 protected:
@@ -121,7 +104,7 @@ TEST_F(PoBaseTest, WriteActionRebuildsOnlyWhileWriting) {
             static_cast<std::vector<int>*>(data)->push_back(writer->getOutput()->getStage());
         },
         &stages);
-    writeToString(kit->getPart("catchActionCallback", FALSE));
+    SceneIO::write(kit->getPart("catchActionCallback", FALSE));
     EXPECT_EQ(stages, std::vector<int>{SoOutput::WRITE});
 }
 
@@ -132,11 +115,11 @@ TEST_F(PoBaseTest, WriteFormatDecidesWhetherRepresentationIsWritten) {
     PoBase::setNodeWriteFormat(PoBase::FOLD_NODE_WRITE_FORMAT);
     // Part fields are declared in the header of the kit; only written
     // values are followed by the part's node.
-    const std::string folded = writeToString(kit);
+    const std::string folded = SceneIO::write(kit);
     EXPECT_EQ(folded.find("Separator"), std::string::npos) << folded;
     EXPECT_EQ(folded.find("Callback {"), std::string::npos) << folded;
     PoBase::setNodeWriteFormat(PoBase::UNFOLD_NODE_WRITE_FORMAT);
-    const std::string unfolded = writeToString(kit);
+    const std::string unfolded = SceneIO::write(kit);
     EXPECT_NE(unfolded.find("Cube"), std::string::npos) << unfolded;
     EXPECT_EQ(unfolded.find("catchActionCallback "), std::string::npos) << unfolded;
 }
@@ -145,18 +128,14 @@ TEST_F(PoBaseTest, UnfoldedKitIsReadBackAndRebuiltOnItsFirstTraversal) {
     traverse();
     kit->getRepresentation()->addChild(new SoCube);
     PoBase::setNodeWriteFormat(PoBase::UNFOLD_NODE_WRITE_FORMAT);
-    const std::string text = writeToString(kit);
-    SoInput input;
-    input.setBuffer(text.data(), text.size());
-    SoSeparator* read = SoDB::readAll(&input);
-    ASSERT_NE(read, nullptr);
-    read->ref();
-    auto* copy = static_cast<RecordingKit*>(read->getChild(0));
-    const int built = copy->rebuildCount;
+    auto* copy = static_cast<RecordingKit*>(SceneIO::read(SceneIO::write(kit)));
+    ASSERT_NE(copy, nullptr);
+    copy->ref();
+    EXPECT_EQ(copy->rebuildCount, 0);
     SoCallbackAction action;
-    action.apply(read);
-    EXPECT_EQ(copy->rebuildCount, built + 1);
-    read->unref();
+    action.apply(copy);
+    EXPECT_EQ(copy->rebuildCount, 1);
+    copy->unref();
 }
 
 TEST_F(PoBaseTest, DomainFallsBackToDefaultWhenDestroyed) {

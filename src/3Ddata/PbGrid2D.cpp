@@ -105,13 +105,13 @@ void PbGrid2D::setGeometry(int numX, int numY, const float* x, const float* y, c
 }
 
 void PbGrid2D::finishGeometry(int numX, int numY, const float* z) {
-    if (numX * numY != m_numNodes)
-        removeAllSetsIfDuplicated();
+    int numCells = numX >= 2 && numY >= 2 ? (numX - 1) * (numY - 1) : 0;
+    removeSetsNotFitting(numX * numY, numCells);
     bool newTopology = numX != m_numX || numY != m_numY;
     m_numX = numX;
     m_numY = numY;
     m_numNodes = numX * numY;
-    m_numCells = numX >= 2 && numY >= 2 ? (numX - 1) * (numY - 1) : 0;
+    m_numCells = numCells;
     storeZCoord(z);
     geometryChanged(newTopology);
 }

@@ -97,7 +97,10 @@ bool PbGrid3D::areSizesValid(const char* methodName, int numX, int numY, int num
         PoDebugError::post(methodName, "negative size %d x %d x %d", numX, numY, numZ);
         return false;
     }
-    if (static_cast<long long>(numX) * numY * numZ > INT_MAX) {
+    // The node count is computed as numX * numY * numZ in int, so the
+    // partial product must fit as well as the whole one.
+    long long numXY = static_cast<long long>(numX) * numY;
+    if (numXY > INT_MAX || numXY * numZ > INT_MAX) {
         PoDebugError::post(methodName, "%d x %d x %d nodes are too many", numX, numY, numZ);
         return false;
     }
@@ -126,14 +129,14 @@ void PbGrid3D::setGeometry(int numX, int numY, int numZ, const float* x, const f
 
 void PbGrid3D::changeGeometry(int numX, int numY, int numZ) {
     int numNodes = numX * numY * numZ;
-    if (numNodes != m_numNodes)
-        removeAllSetsIfDuplicated();
+    int numCells = numNodes > 0 ? (numX - 1) * (numY - 1) * (numZ - 1) : 0;
+    removeSetsNotFitting(numNodes, numCells);
     bool resized = numX != m_numX || numY != m_numY || numZ != m_numZ;
     m_numX = numX;
     m_numY = numY;
     m_numZ = numZ;
     m_numNodes = numNodes;
-    m_numCells = numNodes > 0 ? (numX - 1) * (numY - 1) * (numZ - 1) : 0;
+    m_numCells = numCells;
     m_axes.reset();
     geometryChanged(resized);
 }

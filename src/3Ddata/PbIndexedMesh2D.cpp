@@ -108,8 +108,7 @@ void PbIndexedMesh2D::storeGeometry(const char* method, int numNodes, const floa
                                     const int* cellTypes, int fixedSize, const int* cellIndices) {
     if (!checkGeometry(method, numNodes, x, y, numCells, cellTypes, fixedSize, cellIndices))
         return;
-    if (numNodes != m_numNodes || numCells != m_numCells)
-        removeAllSetsIfDuplicated();
+    removeSetsNotFitting(numNodes, numCells);
     m_x.set(x, numNodes);
     m_y.set(y, numNodes);
     m_cellTypes.set(cellTypes, cellTypes ? numCells : 0);

@@ -111,6 +111,17 @@ bool isGreater(float a, float b) {
     return a > b;
 }
 
+// Returns whether a set was removed.
+template <typename T> bool removePerCellSets(SetMap<T>& sets) {
+    bool removed = false;
+    for (auto it = sets.begin(); it != sets.end();) {
+        bool perCell = it->second.m_binding != PbMesh::PER_NODE;
+        removed |= perCell;
+        it = perCell ? sets.erase(it) : std::next(it);
+    }
+    return removed;
+}
+
 void appendIfNew(PbArrayOfInt& list, int value) {
     if (list.find(value) < 0)
         list.add(value);
@@ -297,12 +308,19 @@ void PbMesh::removeAllVecsSet() {
     notify(VECTOR_SETS);
 }
 
-void PbMesh::removeAllSetsIfDuplicated() {
+void PbMesh::removeSetsNotFitting(int numNodes, int numCells) {
     if (!m_isDataDuplicate)
         return;
-    removeAllValuesSet();
-    removeAllStringsSet();
-    removeAllVecsSet();
+    if (numNodes != m_numNodes) {
+        removeAllValuesSet();
+        removeAllStringsSet();
+        removeAllVecsSet();
+    } else if (numCells != m_numCells) {
+        if (removePerCellSets(m_sets->values))
+            notify(VALUE_SETS);
+        if (removePerCellSets(m_sets->vecs))
+            notify(VECTOR_SETS);
+    }
 }
 
 int PbMesh::getNumValuesSet() const {

@@ -82,10 +82,10 @@ bool PbMesh1D::checkSize(const char* method, int size) const {
 }
 
 void PbMesh1D::finishGeometry(int size) {
-    if (size != m_numNodes)
-        removeAllSetsIfDuplicated();
+    int numCells = std::max(size - 1, 0);
+    removeSetsNotFitting(size, numCells);
     bool newTopology = size != m_numNodes;
     m_numNodes = size;
-    m_numCells = std::max(size - 1, 0);
+    m_numCells = numCells;
     geometryChanged(newTopology);
 }

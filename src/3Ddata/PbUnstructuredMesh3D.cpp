@@ -86,8 +86,7 @@ void PbUnstructuredMesh3D::changeGeometry(const char* methodName, int numNodes, 
     }
     if (!isTopologyValid(methodName, numNodes, numCells, cellSizes, fixedCellSize, cellIndices))
         return;
-    if (numNodes != m_numNodes || numCells != m_numCells)
-        removeAllSetsIfDuplicated();
+    removeSetsNotFitting(numNodes, numCells);
 
     const float* arrays[3] = {x, y, z};
     for (int axis = 0; axis < 3; ++axis)

@@ -145,11 +145,12 @@ protected:
     const PbCell* findContainingCellInIndex(const SbVec3f& point, float tolerance, SbVec3f& pcoord,
                                             const PbArrayOfInt& testedCells) const;
 
-    // Removes every value, string and vector set when the mesh duplicates its
-    // data; derived classes call it when their sizes change, since the sets
-    // would no longer match.  A mesh that references the caller's data keeps
-    // its sets.
-    void removeAllSetsIfDuplicated();
+    // Before the mesh takes numNodes nodes and numCells cells: a duplicating
+    // mesh removes the sets whose length would no longer match, every set when
+    // the number of nodes changes and the per-cell value and vector sets when
+    // only the number of cells does.  A mesh that references the caller's data
+    // keeps its sets.
+    void removeSetsNotFitting(int numNodes, int numCells);
 
     // Sets the change type and notifies the connected kits.
     void notify(ChangeType type);

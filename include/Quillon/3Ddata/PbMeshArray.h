@@ -32,7 +32,7 @@ public:
         }
         std::vector<T> copy(data, data + (data ? count : 0));
         m_owned.swap(copy);
-        m_data = m_owned.data();
+        pointToOwned();
     }
 
     // Writes "<label> = <address> ...", or "<label> = NULL" for no array, as
@@ -51,9 +51,11 @@ public:
     int getAllocated() const { return static_cast<int>(m_owned.capacity()); }
 
 private:
+    // Empty owned storage means no array: a vector that once held elements
+    // keeps its buffer when emptied, and that buffer must not pass for data.
     void pointToOwned() {
         if (m_isDuplicate)
-            m_data = m_owned.data();
+            m_data = m_owned.empty() ? nullptr : m_owned.data();
     }
 
     int m_isDuplicate;

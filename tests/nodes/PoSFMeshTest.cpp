@@ -3,10 +3,9 @@
 
 #include <Quillon/nodes/PoSFMesh.h>
 
-#include <Inventor/errors/SoDebugError.h>
 #include <Inventor/sensors/SoFieldSensor.h>
 
-#include <cstring>
+#include <map>
 
 using namespace meshfieldtest;
 
@@ -26,28 +25,82 @@ private:
     SoFieldSensor m_sensor;
     int m_count = 0;
 };
+
+// The comments of the header of each field type written with its sample
+// mesh, in order, joined by '|'.
+const std::string kXYNodes = "# x coordinates of mesh nodes|# y coordinates of mesh nodes|";
+const std::string kXY = "# x coordinates of mesh|# y coordinates of mesh|";
+const std::string kZNodes = "# z coordinates of mesh nodes";
+const std::string kCells = "# num cells|";
+const std::map<std::string, std::string> kHeaderComments = {
+    {"PoSFCartesianGrid2D", "# num_x, num_y|" + kXYNodes + "# 3D mesh|" + kZNodes},
+    {"PoSFParalCartesianGrid2D", "# num_x, num_y|" + kXY + "# 2D mesh"},
+    {"PoSFRegularCartesianGrid2D",
+     "# num_x, num_y|# x_min, y_min|# x_max, y_max|# 3D mesh|# z coordinates of mesh"},
+    {"PoSFPolarGrid2D",
+     "# num_r, num_t|# r coordinates of mesh nodes|# t coordinates of mesh nodes|# 2D mesh"},
+    {"PoSFIndexedMesh2D", "# num nodes|" + kXYNodes + "# 3D mesh|" + kZNodes + "|" + kCells +
+                              "# cell's type|"
+                              "# cell's indices"},
+    {"PoSFTriangleMesh2D", "# num nodes|" + kXYNodes + "# 2D mesh|" + kCells + "# cell's indices"},
+    {"PoSFQuadrangleMesh2D",
+     "# num nodes|" + kXYNodes + "# 3D mesh|" + kZNodes + "|" + kCells + "# cell's indices"},
+    {"PoSFCartesianGrid3D", "# num_x, num_y, num_z|" + kXYNodes + kZNodes},
+    {"PoSFParalCartesianGrid3D", "# num_x, num_y, num_z|" + kXY + "# z coordinates of mesh"},
+    {"PoSFRegularCartesianGrid3D",
+     "# num_x, num_y, num_z|# x_min, y_min, z_min|# x_max, y_max, z_max"},
+    {"PoSFIndexedMesh3D",
+     "# num nodes|" + kXYNodes + kZNodes + "|" + kCells + "# cell's type|# cell's indices"},
+    {"PoSFHexahedronMesh3D",
+     "# num nodes|" + kXYNodes + kZNodes + "|" + kCells + "# cell's indices"},
+    {"PoSFTetrahedronMesh3D",
+     "# num nodes|" + kXYNodes + kZNodes + "|" + kCells + "# cell's indices"},
+    {"PoSFIrregularMesh1D", "# size|# x coordinates of mesh nodes"},
+    {"PoSFRegularMesh1D", "# size|# xmin and xmax coordinates of mesh nodes"},
+};
+
+// The comments of a written field's header, each from its '#'.
+std::string headerComments(const std::string& text) {
+    std::string comments;
+    bool inHeader = false;
+    for (const std::string& line : linesOf(text)) {
+        if (line.find("number of string data-set") != std::string::npos)
+            break;
+        const size_t hash = line.find('#');
+        if (inHeader && hash != std::string::npos)
+            comments += (comments.empty() ? "" : "|") + line.substr(hash);
+        inHeader = inHeader || line.find("  mesh") == 0;
+    }
+    return comments;
+}
 } // namespace
 
 template <class K> class MeshFieldKindTest : public MeshFieldTest {};
 TYPED_TEST_SUITE(MeshFieldKindTest, AllKinds);
 
-TYPED_TEST(MeshFieldKindTest, RoundTripsThroughAsciiAndBinaryFiles) {
+TYPED_TEST(MeshFieldKindTest, RoundTripsThroughAsciiAndBinaryFilesWithTheHeaderOfItsType) {
     using Node = typename TypeParam::Node;
+    const std::string typeName = TypeParam::Field::getClassTypeId().getName().getString();
     auto* node = new Node;
     node->ref();
+    // A sample that references its caller's arrays, which the field copies.
     for (const typename TypeParam::Mesh& sample :
-         {TypeParam::sample(), typename TypeParam::Mesh(1)}) {
+         {TypeParam::sample(0), typename TypeParam::Mesh(1)}) {
         node->mesh.setValue(sample);
+        EXPECT_TRUE(node->mesh.getValue().isDataDuplicated());
+        EXPECT_EQ(node->mesh.isSame(typename TypeParam::Field()), sample.getNumNodes() == 0);
         for (bool binary : {false, true}) {
             SCOPED_TRACE(testing::Message()
                          << (binary ? "binary, " : "ASCII, ") << sample.getNumNodes() << " nodes");
-            SoNode* read = SceneIO::roundTrip(node, binary);
+            const std::string text = SceneIO::write(node, binary);
+            if (!binary && sample.getNumNodes() > 0) {
+                EXPECT_EQ(headerComments(text), kHeaderComments.at(typeName)) << text;
+            }
+            SoNode* read = SceneIO::read(text);
             ASSERT_NE(read, nullptr) << ::testing::PrintToString(this->readErrors());
             read->ref();
             ASSERT_EQ(read->getTypeId(), Node::getClassTypeId());
-            const auto& mesh = static_cast<Node*>(read)->mesh.getValue();
-            expectSameMesh(sample, mesh);
-            EXPECT_TRUE(mesh.isDataDuplicated());
+            expectSameMesh(sample, static_cast<Node*>(read)->mesh.getValue());
             EXPECT_TRUE(static_cast<Node*>(read)->mesh.isSame(node->mesh));
             read->unref();
         }
@@ -57,53 +110,28 @@ TYPED_TEST(MeshFieldKindTest, RoundTripsThroughAsciiAndBinaryFiles) {
     EXPECT_TRUE(this->readErrors().empty());
 }
 
-TYPED_TEST(MeshFieldKindTest, OwnsACopyOfAMeshThatReferencesItsCallersArrays) {
-    typename TypeParam::Field field;
-    const typename TypeParam::Mesh referencing = TypeParam::sample(0);
-    field.setValue(referencing);
-    EXPECT_TRUE(field.getValue().isDataDuplicated());
-    expectSameMesh(referencing, field.getValue());
-    EXPECT_TRUE(this->errors().messages().empty());
-}
-
-TYPED_TEST(MeshFieldKindTest, ComparesGeometryAndSets) {
-    typename TypeParam::Field a, b;
-    a.setValue(TypeParam::sample());
-    b.setValue(TypeParam::sample(0));
-    EXPECT_TRUE(a == b);
-    EXPECT_TRUE(a.isSame(b));
-
-    typename TypeParam::Mesh renamed = TypeParam::sample();
-    const float* values = renamed.getValuesSet(0);
-    renamed.addValuesSet(0, std::vector<float>(values, values + renamed.getNumNodes()).data(),
-                         PbMesh::PER_NODE, "other name");
-    b.setValue(renamed);
-    EXPECT_TRUE(a != b);
-
-    b.setValue(typename TypeParam::Mesh());
-    EXPECT_TRUE(a != b);
-    b.copyFrom(a);
-    EXPECT_TRUE(a == b);
-}
-
 class PoSFMeshTest : public MeshFieldTest {};
 
 TEST_F(PoSFMeshTest, SameValueNotificationDecidesWhetherAnEqualMeshSignals) {
+    using Grid = Kind<PoCartesianGrid2D, PoSFCartesianGrid2D, PbCartesianGrid2D>;
     auto* node = new PoCartesianGrid2D;
     node->ref();
-    node->mesh.setValue(Kind<PoCartesianGrid2D, PoSFCartesianGrid2D, PbCartesianGrid2D>::sample());
+    node->mesh.setValue(Grid::sample());
     ChangeCounter changes(&node->mesh);
-    const PbCartesianGrid2D equal = node->mesh.getValue();
-
-    node->mesh.setValue(equal);
+    node->mesh.setValue(Grid::sample());
     EXPECT_EQ(changes.count(), 1);
 
     node->mesh.setSameValueNotificationEnabled(FALSE);
-    node->mesh.setValue(equal);
+    node->mesh.setValue(Grid::sample(0));
     EXPECT_EQ(changes.count(), 1);
-    node->mesh.setValue(PbCartesianGrid2D());
+    // A set of another name makes another mesh.
+    PbCartesianGrid2D renamed = Grid::sample();
+    const std::vector<float> values(renamed.getValuesSet(0),
+                                    renamed.getValuesSet(0) + renamed.getNumNodes());
+    renamed.addValuesSet(0, values.data(), PbMesh::PER_NODE, "other name");
+    node->mesh.setValue(renamed);
     EXPECT_EQ(changes.count(), 2);
-    EXPECT_EQ(node->mesh.getValue().getNumNodes(), 0);
+    EXPECT_EQ(*node->mesh.getValue().getValuesSetName(0), SbString("other name"));
     node->unref();
 
     // Without a container the rule does not apply.
@@ -118,9 +146,6 @@ TEST_F(PoSFMeshTest, SetAdditionsAndGeometryChangesSignalUnlessRefused) {
     PoSFRegularMesh1D field;
     ChangeCounter changes(&field);
     field.setGeometry(3, 0.0f, 1.0f);
-    EXPECT_EQ(changes.count(), 1);
-    EXPECT_EQ(field.getValue().getNumNodes(), 3);
-
     const float values[] = {1.0f, 2.0f, 3.0f};
     const SbString strings[] = {"a", "b", "c"};
     const SbVec3f vecs[] = {SbVec3f(1, 0, 0), SbVec3f(0, 1, 0), SbVec3f(0, 0, 1)};
@@ -130,41 +155,33 @@ TEST_F(PoSFMeshTest, SetAdditionsAndGeometryChangesSignalUnlessRefused) {
     field.addVecsSet(6, vecs, "w");
     EXPECT_EQ(changes.count(), 5);
     const PbRegularMesh1D& mesh = field.getValue();
+    EXPECT_EQ(mesh.getNumNodes(), 3);
     EXPECT_EQ(mesh.getValuesBinding(5), PbMesh::PER_CELL);
-    EXPECT_EQ(mesh.getValuesSet(5)[1], 2.0f);
     EXPECT_EQ(mesh.getStringsSet(2)[2], SbString("c"));
     EXPECT_EQ(mesh.getVecsSet(6)[1], SbVec3f(0, 1, 0));
-    EXPECT_TRUE(errors().messages().empty());
 
     // Refused: a missing array and a negative size leave the field as it was.
     field.addValuesSet(7, nullptr, "none");
     field.setGeometry(-2, 0.0f, 1.0f);
     EXPECT_EQ(changes.count(), 5);
     EXPECT_EQ(field.getValue().getNumNodes(), 3);
-    EXPECT_EQ(field.getValue().getValuesSet(7), nullptr);
     EXPECT_EQ(errors().messages().size(), 2u);
 }
 
 TEST_F(PoSFMeshTest, RegistersItsFamilyWithTheToolkitMessages) {
     PoSFMesh::exitClasses();
     EXPECT_EQ(PoSFMesh::getClassTypeId(), SoType::badType());
-    EXPECT_EQ(PoSFHexahedronMesh3D::getClassTypeId(), SoType::badType());
-
     PoSFHexahedronMesh3D::initClass();
     EXPECT_TRUE(
         errors().contains("PoSFHexahedronMesh3D initialized before parent class PoSFMesh\n"));
     EXPECT_EQ(PoSFHexahedronMesh3D::getClassTypeId().getParent(), PoSFMesh::getClassTypeId());
     EXPECT_EQ(PoSFMesh::getClassTypeId().getParent(), SoSField::getClassTypeId());
-    EXPECT_EQ(SoType::fromName("PoSFHexahedronMesh3D"), PoSFHexahedronMesh3D::getClassTypeId());
-
-    errors().clear();
     {
         PoSFRegularMesh1D field;
         EXPECT_TRUE(errors().contains("Can't construct a field of type PoSFRegularMesh1D until "
                                       "initClass() has been called"));
         EXPECT_EQ(field.getTypeId(), SoType::fromName("PoSFRegularMesh1D"));
     }
-
     PoSFRegularMesh1D::exitClass();
     errors().clear();
     PoSFRegularMesh1D::exitClass();
@@ -173,21 +190,17 @@ TEST_F(PoSFMeshTest, RegistersItsFamilyWithTheToolkitMessages) {
     PoSFHexahedronMesh3D::exitClass();
     PoSFMesh::exitClass();
     PoSFMesh::initClasses();
-    for (const char* name : {"PoSFMesh", "PoSFCartesianGrid3D", "PoSFRegularMesh1D"})
-        EXPECT_NE(SoType::fromName(name), SoType::badType()) << name;
 }
 
 TEST_F(PoSFMeshTest, AFlatMeshReplacingOneWithZStaysFlat) {
     PoSFQuadrangleMesh2D field;
     field.setValue(Kind<PoQuadrangleMesh2D, PoSFQuadrangleMesh2D, PbQuadrangleMesh2D>::sample());
-    ASSERT_NE(field.getValue().getZcoord(), nullptr);
     PbQuadrangleMesh2D flat;
     const float x[] = {0, 1, 1, 0}, y[] = {0, 0, 1, 1};
     const int indices[] = {0, 1, 2, 3};
     flat.setGeometry(4, x, y, 1, indices);
     field.setValue(flat);
     EXPECT_EQ(field.getValue().getZcoord(), nullptr);
-    EXPECT_EQ(field.getValue().getNodeCoord(2), SbVec3f(1, 1, 0));
     SbString text;
     field.get(text);
     EXPECT_NE(std::string(text.getString()).find("0    # 2D mesh"), std::string::npos);
@@ -197,14 +210,12 @@ TEST_F(PoSFMeshTest, DropsPerCellSetsWhenTheCellsChangeButNotTheNodes) {
     PoSFParalCartesianGrid3D field;
     const float axis[] = {0, 1, 2, 3, 4, 5};
     field.setGeometry(2, 2, 6, axis, axis, axis);
-    ASSERT_EQ(field.getValue().getNumCells(), 5);
     const float values[24] = {};
     field.addValuesSet(0, values, "nodes");
     field.addValuesSet(1, values, PoMeshProperty::PER_CELL, "cells");
 
     field.setGeometry(2, 3, 4, axis, axis, axis);
     EXPECT_EQ(field.getValue().getNumNodes(), 24);
-    EXPECT_EQ(field.getValue().getNumCells(), 6);
     EXPECT_NE(field.getValue().getValuesSet(0), nullptr);
     EXPECT_EQ(field.getValue().getValuesSet(1), nullptr);
 }

@@ -3,17 +3,18 @@
 #include <Quillon/3Ddata/PbMesh.h>
 #include <Quillon/PoQuillon.h>
 
-#include "3Ddata/VolumeMeshTestHelpers.h"
 #include "support/ErrorRecorder.h"
+#include "support/TetBlock.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdio>
 #include <memory>
+#include <random>
 #include <string>
 #include <vector>
 
-// Helpers shared by the tests of the surface and line meshes.
+// Helpers shared by the cell and mesh tests.
 namespace meshtest {
 
 // Starts the library and records the messages posted meanwhile.
@@ -33,6 +34,9 @@ private:
     std::unique_ptr<ErrorRecorder> m_errors;
 };
 
+// Node coordinates of a cell in local order.
+using Coords = std::vector<SbVec3f>;
+
 inline std::vector<int> toVector(const PbArrayOfInt& array) {
     return std::vector<int>(array.get(), array.get() + array.getNum());
 }
@@ -47,6 +51,33 @@ inline std::vector<int> cellNodes(const PbMesh& mesh, int cell) {
     PbArrayOfInt nodes;
     mesh.getCell(cell)->getNodesIndex(nodes);
     return toVector(nodes);
+}
+
+// What print writes, for a mesh or a cell.
+template <typename Printable> std::string printed(const Printable& object) {
+    FILE* fp = tmpfile();
+    object.print(fp);
+    std::string text(static_cast<size_t>(ftell(fp)), '\0');
+    rewind(fp);
+    size_t read = fread(&text[0], 1, text.size(), fp);
+    fclose(fp);
+    text.resize(read);
+    return text;
+}
+
+// The point of the cell at parametric coordinates pcoord, from the cell's
+// own weights (whose values are checked separately).
+inline SbVec3f toWorld(const PbCell& cell, const SbVec3f& pcoord) {
+    float weights[PbCell::MAX_NODES];
+    cell.getWeight(pcoord, weights);
+    SbVec3f point(0.0f, 0.0f, 0.0f);
+    for (int node = 0; node < cell.getNumNodes(); ++node)
+        point += weights[node] * cell.getNodeCoord(node);
+    return point;
+}
+
+inline bool isFinite(const SbVec3f& v) {
+    return v[0] == v[0] && v[1] == v[1] && v[2] == v[2] && v.length() < 1e30f;
 }
 
 // Node coordinates (x, y) of a numX by numY grid in node order (j fastest).
@@ -75,47 +106,75 @@ inline std::vector<int> gridQuadrangles(int numX, int numY) {
     return cells;
 }
 
-} // namespace meshtest
+// The first cell, in index order, that contains the point: what point
+// location must find, computed by testing every cell.
+inline int locateByTestingEveryCell(const PbMesh& mesh, const SbVec3f& point, float tolerance,
+                                    SbVec3f& pcoord) {
+    for (int c = 0; c < mesh.getNumCells(); ++c)
+        if (mesh.getCell(c)->locatePoint(point, tolerance, pcoord))
+            return c;
+    return -1;
+}
 
-namespace meshtest {
+inline int locatedIndex(const PbCell* cell) {
+    return cell ? cell->getIndex() : -1;
+}
 
-// Point location finds, for every point, the cell and parametric
-// coordinates that testing every cell in order finds.
-inline void expectSameAsTestingEveryCell(const PbMesh& mesh, const std::vector<SbVec3f>& points,
-                                         float tolerance) {
-    int found = 0;
+// Random points over the mesh's box enlarged by a tenth, the mesh's nodes,
+// and a lattice of the given step over the lattice box (the mesh's box when
+// empty), which hits sides and faces where several cells meet.
+inline std::vector<SbVec3f> probePoints(const PbMesh& mesh, int count, unsigned seed,
+                                        SbBox3f lattice = SbBox3f(), float step = 0.5f) {
+    SbBox3f box = mesh.getBoundingBox();
+    if (lattice.isEmpty())
+        lattice = box;
+    std::mt19937 random(seed);
+    SbVec3f lo = box.getMin(), hi = box.getMax();
+    std::vector<SbVec3f> points;
+    for (int n = 0; n < count; ++n) {
+        SbVec3f p;
+        for (int axis = 0; axis < 3; ++axis) {
+            float margin = 0.1f * (hi[axis] - lo[axis]);
+            std::uniform_real_distribution<float> along(lo[axis] - margin, hi[axis] + margin);
+            p[axis] = along(random);
+        }
+        points.push_back(p);
+    }
+    for (int node = 0; node < mesh.getNumNodes(); ++node)
+        points.push_back(mesh.getNodeCoord(node));
+    SbVec3f first = lattice.getMin(), last = lattice.getMax();
+    for (float i = first[0]; i <= last[0]; i += step)
+        for (float j = first[1]; j <= last[1]; j += step)
+            for (float k = first[2]; k <= last[2]; k += step)
+                points.push_back(SbVec3f(i, j, k));
+    return points;
+}
+
+// Point location finds the cell and parametric coordinates that testing
+// every cell in order finds; a search from a hint finds a cell that holds
+// the point exactly when there is one.
+inline void expectLocationAgreesWithTestingEveryCell(const PbMesh& mesh,
+                                                     const std::vector<SbVec3f>& points,
+                                                     float tolerance) {
+    int found = 0, hint = 0;
     for (const SbVec3f& p : points) {
         SbVec3f expectedPcoord, pcoord;
         int expected = locateByTestingEveryCell(mesh, p, tolerance, expectedPcoord);
-        const PbCell* cell = mesh.findContainingCell(p, tolerance, pcoord);
-        ASSERT_EQ(locatedIndex(cell), expected)
-            << "point " << p[0] << " " << p[1] << " tolerance " << tolerance;
-        if (cell) {
+        int located = locatedIndex(mesh.findContainingCell(p, tolerance, pcoord));
+        ASSERT_EQ(located, expected)
+            << "point " << p[0] << " " << p[1] << " " << p[2] << " tolerance " << tolerance;
+        if (located >= 0) {
             ++found;
-            EXPECT_EQ(pcoord, expectedPcoord) << "point " << p[0] << " " << p[1];
+            EXPECT_EQ(pcoord, expectedPcoord);
+        }
+        hint = (hint + 7) % mesh.getNumCells();
+        const PbCell* cell = mesh.findContainingCell(p, tolerance, pcoord, mesh.getCell(hint));
+        ASSERT_EQ(cell != nullptr, located >= 0) << "hint " << hint;
+        if (cell) {
+            EXPECT_TRUE(cell->locatePoint(p, tolerance, pcoord)) << "hint " << hint;
         }
     }
     EXPECT_GT(found, 0);
-}
-
-// Points spread over and around a box: a lattice finer than the cells, which
-// hits nodes and sides exactly, plus scattered points.
-inline std::vector<SbVec3f> samplePoints(float xmin, float ymin, float xmax, float ymax,
-                                         int steps) {
-    std::vector<SbVec3f> points;
-    float dx = (xmax - xmin) / steps, dy = (ymax - ymin) / steps;
-    for (int a = -2; a <= steps + 2; ++a)
-        for (int b = -2; b <= steps + 2; ++b)
-            points.emplace_back(xmin + a * dx, ymin + b * dy, 0.0f);
-    unsigned int state = 12345;
-    auto next = [&state]() {
-        state = state * 1103515245u + 12345u;
-        return float((state >> 8) & 0xFFFF) / 65535.0f;
-    };
-    for (int k = 0; k < 200; ++k)
-        points.emplace_back(xmin + (xmax - xmin) * (1.2f * next() - 0.1f),
-                            ymin + (ymax - ymin) * (1.2f * next() - 0.1f), 0.0f);
-    return points;
 }
 
 } // namespace meshtest

@@ -9,7 +9,7 @@
 #include <Quillon/graph/PbArrayOfFloat.h>
 #include <Quillon/graph/PbArrayOfInt.h>
 
-#include "3Ddata/CellTestHelpers.h"
+#include "3Ddata/MeshTestHelpers.h"
 #include "support/ErrorRecorder.h"
 
 #include <Inventor/SbPlane.h>
@@ -19,8 +19,9 @@
 #include <cmath>
 #include <functional>
 #include <memory>
+#include <string>
 
-using celltest::Coords;
+using meshtest::Coords;
 
 namespace {
 
@@ -33,6 +34,8 @@ struct Kind {
     Lists edges;
     Lists facets;
     Coords reference;
+    float volume; // of the reference cell
+    float area;
 };
 
 const Coords s_quadRef = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}};
@@ -54,26 +57,34 @@ std::vector<Kind> allKinds() {
          maker<PbTriangleCell>(),
          {{0, 1}, {1, 2}, {2, 0}},
          {{0, 1, 2}},
-         {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}},
-        {"quadrangle", maker<PbQuadrangleCell>(), s_quadEdges, {{0, 1, 2, 3}}, s_quadRef},
-        {"pixel", maker<PbPixelCell>(), s_quadEdges, {{0, 1, 2, 3}}, s_quadRef},
+         {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}},
+         0.0f,
+         0.5f},
+        {"quadrangle", maker<PbQuadrangleCell>(), s_quadEdges, {{0, 1, 2, 3}}, s_quadRef, 0, 1},
+        {"pixel", maker<PbPixelCell>(), s_quadEdges, {{0, 1, 2, 3}}, s_quadRef, 0, 1},
         {"tetrahedron",
          maker<PbTetrahedronCell>(),
          {{0, 1}, {1, 2}, {2, 0}, {0, 3}, {1, 3}, {2, 3}},
          {{0, 1, 2}, {0, 2, 3}, {0, 3, 1}, {1, 3, 2}},
-         {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}}},
+         {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}},
+         1.0f / 6,
+         1.5f + std::sqrt(3.0f) / 2},
         {"pyramid",
          maker<PbPyramidCell>(),
          {{0, 1}, {1, 2}, {2, 3}, {3, 0}, {0, 4}, {1, 4}, {2, 4}, {3, 4}},
          {{0, 1, 2, 3}, {0, 4, 1}, {1, 4, 2}, {2, 4, 3}, {3, 4, 0}},
-         {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}, {0, 0, 1}}},
+         {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}, {0, 0, 1}},
+         1.0f / 3, // apex above node 0
+         2.0f + std::sqrt(2.0f)},
         {"wedge",
          maker<PbWedgeCell>(),
          {{0, 1}, {1, 2}, {2, 0}, {3, 4}, {4, 5}, {5, 3}, {0, 3}, {1, 4}, {2, 5}},
          {{0, 1, 2}, {3, 5, 4}, {0, 2, 5, 3}, {1, 4, 5, 2}, {0, 3, 4, 1}},
-         {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 0, 1}, {0, 1, 1}}},
-        {"hexahedron", maker<PbHexahedronCell>(), s_hexEdges, s_hexFacets, s_hexRef},
-        {"voxel", maker<PbVoxelCell>(), s_hexEdges, s_hexFacets, s_hexRef},
+         {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 0, 1}, {0, 1, 1}},
+         0.5f,
+         3.0f + std::sqrt(2.0f)},
+        {"hexahedron", maker<PbHexahedronCell>(), s_hexEdges, s_hexFacets, s_hexRef, 1, 6},
+        {"voxel", maker<PbVoxelCell>(), s_hexEdges, s_hexFacets, s_hexRef, 1, 6},
     };
 }
 
@@ -239,6 +250,53 @@ TEST_F(PbCellTest, SharedFacetsAndTolerance) {
     }
 }
 
+// Mirrored volume cells turn inside out, except the voxel whose order is
+// fixed; case ids read the flags at the mesh node ids and turn "every node
+// set" into 0, as "none set".
+TEST_F(PbCellTest, MeasuresOrderingAndCaseIds) {
+    for (const Kind& kind : allKinds()) {
+        SCOPED_TRACE(kind.name);
+        std::unique_ptr<PbCell> cell = kind.make();
+        int numNodes = cell->getNumNodes();
+        std::vector<int> ids = meshIds(numNodes);
+        cell->set(0, ids.data(), kind.reference.data());
+        EXPECT_NEAR(cell->getVolume(), kind.volume, 1e-6f);
+        EXPECT_NEAR(cell->getArea(), kind.area, 1e-5f);
+        EXPECT_EQ(cell->getOrdering(), 1);
+        bool surface = isSurface(*cell);
+        std::vector<bool> flags(2000, false);
+        flags[ids[numNodes - 1]] = true;
+        EXPECT_EQ(cell->getIsosurfCaseId(flags), surface ? 0 : 1 << (numNodes - 1));
+        for (int node = 1; node < numNodes; ++node)
+            flags[ids[node]] = true;
+        EXPECT_EQ(cell->getIsosurfCaseId(flags), surface ? 0 : (1 << numNodes) - 2);
+        flags[ids[0]] = true;
+        EXPECT_EQ(cell->getIsosurfCaseId(flags), 0);
+        EXPECT_EQ(cell->getMCcase(1) != nullptr, !surface);
+
+        Coords mirrored = kind.reference;
+        for (SbVec3f& p : mirrored)
+            p[2] = -p[2];
+        cell->set(0, ids.data(), mirrored.data());
+        bool keepsOrder = surface || std::string(kind.name) == "voxel";
+        EXPECT_EQ(cell->getOrdering(), keepsOrder ? 1 : 0);
+        EXPECT_NEAR(cell->getVolume(), kind.volume, 1e-6f);
+    }
+    EXPECT_EQ(PbVoxelCell().getMCcase(37), PbHexahedronCell().getMCcase(37));
+    // The top edge 4-5 of a cube pulled down onto its bottom: half the cube.
+    PbHexahedronCell sloped;
+    Coords nodes = s_hexRef;
+    nodes[4][2] = nodes[5][2] = 0;
+    sloped.set(0, nullptr, nodes.data());
+    EXPECT_FLOAT_EQ(sloped.getVolume(), 0.5f);
+
+    ErrorRecorder errors;
+    std::vector<int> ids = meshIds(8);
+    sloped.set(0, ids.data(), s_hexRef.data());
+    EXPECT_EQ(sloped.getIsosurfCaseId(std::vector<bool>(ids[0], true)), 0);
+    EXPECT_TRUE(errors.contains("PbVolumeCell::getIsosurfCaseId"));
+}
+
 TEST_F(PbCellTest, DegenerateCellsLocateNothingAndMeasureZero) {
     for (const Kind& kind : allKinds()) {
         SCOPED_TRACE(kind.name);
@@ -247,7 +305,7 @@ TEST_F(PbCellTest, DegenerateCellsLocateNothingAndMeasureZero) {
         cell->set(0, nullptr, collapsed.data());
         SbVec3f pcoord;
         EXPECT_EQ(cell->locatePoint(SbVec3f(1, 2, 3), 1.0f, pcoord), 0);
-        EXPECT_TRUE(celltest::isFinite(pcoord));
+        EXPECT_TRUE(meshtest::isFinite(pcoord));
         EXPECT_EQ(cell->getVolume(), 0.0f);
         EXPECT_EQ(cell->getArea(), 0.0f);
     }

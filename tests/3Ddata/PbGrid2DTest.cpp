@@ -153,22 +153,6 @@ TEST_F(PbGrid2DTest, ClosedFormTopologyAgreesWithTheSameQuadrangleMesh) {
     EXPECT_FLOAT_EQ(mesh.getArea(), 6.0f);
 }
 
-TEST_F(PbGrid2DTest, ChangingTheSizeDropsTheSetsOfADuplicatingGridOnly) {
-    const float x[] = {0, 1, 2, 3};
-    const float y[] = {0, 1};
-    const float values[] = {1, 2, 3, 4, 5, 6, 7, 8};
-    PbParalCartesianGrid2D duplicating(1), referencing(0);
-    for (PbParalCartesianGrid2D* grid : {&duplicating, &referencing}) {
-        grid->setGeometry(3, 2, x, y);
-        grid->addValuesSet(0, values, "v");
-        grid->setGeometry(3, 2, x + 1, y);
-        EXPECT_EQ(grid->getNumValuesSet(), 1) << "same size keeps the sets";
-        grid->setGeometry(4, 2, x, y);
-    }
-    EXPECT_EQ(duplicating.getNumValuesSet(), 0);
-    EXPECT_EQ(referencing.getNumValuesSet(), 1);
-}
-
 TEST_F(PbGrid2DTest, ADuplicatingGridCopiesItsArraysAndAReferencingOneKeepsThem) {
     float x[] = {0, 1};
     float y[] = {0, 1};
@@ -183,6 +167,13 @@ TEST_F(PbGrid2DTest, ADuplicatingGridCopiesItsArraysAndAReferencingOneKeepsThem)
     PbParalCartesianGrid2D copy(duplicating);
     duplicating.setGeometry(2, 2, y, x);
     EXPECT_EQ(copy.getNodeCoord(3), SbVec3f(1, 1, 4));
+
+    // Taking "no z" from another grid or from the z stack leaves no z behind.
+    duplicating.pushZCoord(z);
+    duplicating.popZCoord();
+    EXPECT_EQ(duplicating.getZcoord(), nullptr);
+    copy = duplicating;
+    EXPECT_EQ(copy.getZcoord(), nullptr);
 }
 
 TEST_F(PbGrid2DTest, SettingTheGeometryNotifiesAndDrawsNewIds) {

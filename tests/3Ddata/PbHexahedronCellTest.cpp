@@ -1,13 +1,11 @@
 #include <Quillon/3Ddata/PbHexahedronCell.h>
 #include <Quillon/PoQuillon.h>
 
-#include "3Ddata/CellTestHelpers.h"
-#include "3Ddata/PiMarchingCase.h"
-#include "support/ErrorRecorder.h"
+#include "3Ddata/MeshTestHelpers.h"
 
 #include <gtest/gtest.h>
 
-using celltest::Coords;
+using meshtest::Coords;
 
 namespace {
 
@@ -39,13 +37,13 @@ TEST_F(PbHexahedronCellTest, NewtonInvertsTheTrilinearMap) {
     SbVec3f pcoord;
     for (const SbVec3f& expected : {SbVec3f(0.5f, 0.5f, 0.5f), SbVec3f(0.1f, 0.8f, 0.3f),
                                     SbVec3f(0.95f, 0.05f, 0.99f), SbVec3f(0, 1, 0.5f)}) {
-        ASSERT_EQ(m_cell.locatePoint(celltest::toWorld(m_cell, expected), 0.001f, pcoord), 1);
+        ASSERT_EQ(m_cell.locatePoint(meshtest::toWorld(m_cell, expected), 0.001f, pcoord), 1);
         EXPECT_TRUE(pcoord.equals(expected, 1e-3f)) << expected[0] << " " << expected[1];
     }
     SbVec3f outside(0.5f, 1.3f, 0.5f);
-    EXPECT_EQ(m_cell.locatePoint(celltest::toWorld(m_cell, outside), 0, pcoord), 0);
+    EXPECT_EQ(m_cell.locatePoint(meshtest::toWorld(m_cell, outside), 0, pcoord), 0);
     EXPECT_TRUE(pcoord.equals(outside, 1e-3f));
-    EXPECT_EQ(m_cell.locatePoint(celltest::toWorld(m_cell, outside), 0.35f, pcoord), 1);
+    EXPECT_EQ(m_cell.locatePoint(meshtest::toWorld(m_cell, outside), 0.35f, pcoord), 1);
 
     // Top face pressed onto the bottom one: the Jacobian vanishes.
     Coords flat = s_unit;
@@ -53,46 +51,5 @@ TEST_F(PbHexahedronCellTest, NewtonInvertsTheTrilinearMap) {
         flat[node][2] = 0;
     fill(flat);
     EXPECT_EQ(m_cell.locatePoint(SbVec3f(0.5f, 0.5f, 0), 1.0f, pcoord), 0);
-    EXPECT_TRUE(celltest::isFinite(pcoord));
-}
-
-TEST_F(PbHexahedronCellTest, VolumeAreaAndOrdering) {
-    Coords box;
-    for (const SbVec3f& p : s_unit)
-        box.push_back(SbVec3f(2 * p[0], 3 * p[1], 4 * p[2]));
-    fill(box);
-    EXPECT_FLOAT_EQ(m_cell.getVolume(), 24.0f);
-    EXPECT_FLOAT_EQ(m_cell.getArea(), 52.0f);
-    EXPECT_EQ(m_cell.getOrdering(), 1);
-    for (SbVec3f& p : box)
-        p[2] = -p[2];
-    fill(box);
-    EXPECT_EQ(m_cell.getOrdering(), 0);
-    EXPECT_FLOAT_EQ(m_cell.getVolume(), 24.0f);
-    // Top edge 4-5 pulled down onto the bottom: half the cube.
-    Coords sloped = s_unit;
-    sloped[4][2] = sloped[5][2] = 0;
-    fill(sloped);
-    EXPECT_FLOAT_EQ(m_cell.getVolume(), 0.5f);
-}
-
-TEST_F(PbHexahedronCellTest, CaseIdsReadFlagsAtMeshNodeIds) {
-    fill(s_unit);
-    std::vector<bool> flags(64, false);
-    EXPECT_EQ(m_cell.getIsosurfCaseId(flags), 0);
-    flags[50] = true;
-    EXPECT_EQ(m_cell.getIsosurfCaseId(flags), 1);
-    EXPECT_EQ(m_cell.getMCcase(1)->getEdgeStripSet(), (std::vector<int>{0, 8, 3}));
-    flags[50] = false;
-    flags[62] = true;
-    EXPECT_EQ(m_cell.getIsosurfCaseId(flags), 128);
-    flags[51] = flags[52] = true;
-    EXPECT_EQ(m_cell.getIsosurfCaseId(flags), 128 + 2 + 8);
-    std::fill(flags.begin(), flags.end(), true);
-    EXPECT_EQ(m_cell.getIsosurfCaseId(flags), 0);
-
-    ErrorRecorder errors;
-    flags.resize(60);
-    EXPECT_EQ(m_cell.getIsosurfCaseId(flags), 0);
-    EXPECT_TRUE(errors.contains("PbVolumeCell::getIsosurfCaseId"));
+    EXPECT_TRUE(meshtest::isFinite(pcoord));
 }

@@ -97,21 +97,6 @@ TEST_F(PbMesh1DTest, BadSizesLeaveTheMeshAsItWas) {
     EXPECT_EQ(regular.getSize(), 0);
 }
 
-TEST_F(PbMesh1DTest, ResizingDropsTheSetsOfADuplicatingMesh) {
-    PbRegularMesh1D duplicating(1), referencing(0);
-    const float values[] = {1, 2, 3, 4};
-    for (PbRegularMesh1D* mesh : {&duplicating, &referencing}) {
-        mesh->setGeometry(3, 0.0f, 1.0f);
-        mesh->addValuesSet(2, values, "v");
-        mesh->setGeometry(3, 0.0f, 5.0f);
-        EXPECT_EQ(mesh->getNumValuesSet(), 1);
-        mesh->setGeometry(4, 0.0f, 5.0f);
-        EXPECT_EQ(mesh->getChangeType(), PbBase::GEOMETRY);
-    }
-    EXPECT_EQ(duplicating.getNumValuesSet(), 0);
-    EXPECT_EQ(referencing.getNumValuesSet(), 1);
-}
-
 TEST_F(PbMesh1DTest, Prints) {
     PbRegularMesh1D regular;
     regular.setGeometry(2, -0.5f, 0.25f);

@@ -1,14 +1,19 @@
 #include <Quillon/3Ddata/PbCellFilterIterator.h>
 #include <Quillon/3Ddata/PbCellIterator.h>
+#include <Quillon/3Ddata/PbParalCartesianGrid2D.h>
+#include <Quillon/3Ddata/PbParalCartesianGrid3D.h>
+#include <Quillon/3Ddata/PbRegularMesh1D.h>
 #include <Quillon/3Ddata/PbTetrahedronMesh3D.h>
 #include <Quillon/PoQuillon.h>
 #include <Quillon/nodes/PoIntervalCellFilter.h>
 
-#include "VolumeMeshTestHelpers.h"
+#include "3Ddata/MeshTestHelpers.h"
 #include "support/ErrorRecorder.h"
 #include "support/RecordingKit.h"
 
 #include <gtest/gtest.h>
+
+#include <functional>
 
 namespace {
 
@@ -42,7 +47,85 @@ protected:
     RecordingKit* kit = nullptr;
 };
 
+// A mesh kind whose geometry is set again: stage 0 with the same sizes,
+// stage 1 with the same nodes and another number of cells (when the kind
+// allows it), stage 2 with another number of nodes.
+struct Resizable {
+    const char* name;
+    std::function<std::unique_ptr<PbMesh>(int isDuplicate)> make;
+    std::function<bool(PbMesh&, int stage)> reshape; // false: no such stage
+};
+
+const float s_axis[] = {0, 1, 2, 3, 4, 5};
+
+std::vector<Resizable> resizables() {
+    auto grid2D = [](PbMesh& mesh, int stage) {
+        const int sizes[3][2] = {{2, 6}, {3, 4}, {4, 2}};
+        static_cast<PbParalCartesianGrid2D&>(mesh).setGeometry(sizes[stage][0], sizes[stage][1],
+                                                               s_axis + (stage == 0), s_axis);
+        return true;
+    };
+    auto grid3D = [](PbMesh& mesh, int stage) {
+        const int sizes[3][3] = {{4, 3, 5}, {6, 2, 5}, {3, 3, 5}};
+        static_cast<PbParalCartesianGrid3D&>(mesh).setGeometry(
+            sizes[stage][0], sizes[stage][1], sizes[stage][2], s_axis + (stage == 0), s_axis,
+            s_axis);
+        return true;
+    };
+    auto line = [](PbMesh& mesh, int stage) {
+        if (stage == 1)
+            return false;
+        static_cast<PbRegularMesh1D&>(mesh).setGeometry(stage == 0 ? 3 : 4, 0.0f, 5.0f);
+        return true;
+    };
+    auto tetrahedra = [](PbMesh& mesh, int stage) {
+        const int sizes[3][2] = {{5, 2}, {5, 1}, {4, 1}};
+        static_cast<PbTetrahedronMesh3D&>(mesh).setGeometry(sizes[stage][0], s_x, s_y, s_z,
+                                                            sizes[stage][1], s_cells);
+        return true;
+    };
+    return {
+        {"surface grid",
+         [](int dup) { return std::unique_ptr<PbMesh>(new PbParalCartesianGrid2D(dup)); }, grid2D},
+        {"volume grid",
+         [](int dup) { return std::unique_ptr<PbMesh>(new PbParalCartesianGrid3D(dup)); }, grid3D},
+        {"line", [](int dup) { return std::unique_ptr<PbMesh>(new PbRegularMesh1D(dup)); }, line},
+        {"tetrahedra",
+         [](int dup) { return std::unique_ptr<PbMesh>(new PbTetrahedronMesh3D(dup)); }, tetrahedra},
+    };
+}
+
 } // namespace
+
+// Sets whose length no longer matches the mesh would be read beyond their
+// end; a mesh that references the caller's arrays leaves them to the caller.
+TEST_F(PbMeshTest, ResizingDropsTheSetsThatNoLongerFitFromADuplicatingMeshOnly) {
+    const std::vector<float> values(60, 1.0f);
+    const std::vector<SbVec3f> vecs(60);
+    const std::vector<SbString> strings(60);
+    for (const Resizable& kind : resizables()) {
+        SCOPED_TRACE(kind.name);
+        for (int isDuplicate : {1, 0}) {
+            std::unique_ptr<PbMesh> mesh = kind.make(isDuplicate);
+            kind.reshape(*mesh, 0);
+            mesh->addValuesSet(0, values.data(), "per node");
+            mesh->addValuesSet(1, values.data(), PbMesh::PER_CELL, "per cell");
+            mesh->addVecsSet(0, vecs.data(), PbMesh::PER_CELL, "per cell");
+            mesh->addStringsSet(0, strings.data(), "per node");
+            auto numSets = [&] {
+                return mesh->getNumValuesSet() + mesh->getNumVecsSet() + mesh->getNumStringsSet();
+            };
+            kind.reshape(*mesh, 0);
+            EXPECT_EQ(numSets(), 4) << "same sizes";
+            if (kind.reshape(*mesh, 1)) {
+                EXPECT_EQ(numSets(), isDuplicate ? 2 : 4) << "other cells";
+                EXPECT_EQ(mesh->getValuesSet(1) == nullptr, isDuplicate != 0);
+            }
+            kind.reshape(*mesh, 2);
+            EXPECT_EQ(numSets(), isDuplicate ? 0 : 4) << "other nodes";
+        }
+    }
+}
 
 TEST_F(PbMeshTest, DuplicatingMeshCopiesSetsReferencingMeshKeepsThePointer) {
     float values[5] = {1, 2, 3, 4, 5};

@@ -1,7 +1,7 @@
 #include <Quillon/3Ddata/PbPixelCell.h>
 #include <Quillon/PoQuillon.h>
 
-#include "3Ddata/CellTestHelpers.h"
+#include "3Ddata/MeshTestHelpers.h"
 
 #include <gtest/gtest.h>
 
@@ -32,7 +32,7 @@ TEST_F(PbPixelCellTest, LocatesInClosedFormFromItsBox) {
 
 TEST_F(PbPixelCellTest, PrintsItsExtent) {
     m_cell.setBox(2, m_ids, SbVec3f(-1, 0.5f, 0), SbVec3f(2, 0.25f, 0));
-    EXPECT_EQ(celltest::printed(m_cell),
+    EXPECT_EQ(meshtest::printed(m_cell),
               "=====================print cell informations ==================== \n"
               "PbCell:: m_numFaces = 1\n"
               "PbCell:: m_numEdges = 4\n"

@@ -1,13 +1,11 @@
 #include <Quillon/3Ddata/PbPyramidCell.h>
 #include <Quillon/PoQuillon.h>
 
-#include "3Ddata/CellTestHelpers.h"
+#include "3Ddata/MeshTestHelpers.h"
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-
-using celltest::Coords;
+using meshtest::Coords;
 
 namespace {
 
@@ -35,18 +33,4 @@ TEST_F(PbPyramidCellTest, NewtonLocatesWithTheApexWeight) {
     EXPECT_TRUE(pcoord.equals(SbVec3f(0.2f, 0.7f, 0.25f), 1e-3f));
     EXPECT_EQ(m_cell.locatePoint(SbVec3f(1, 1, 2.5f), 0, pcoord), 0);
     EXPECT_NEAR(pcoord[2], 1.25f, 1e-3f);
-}
-
-TEST_F(PbPyramidCellTest, VolumeOrderingAndCaseIds) {
-    fill(s_centred);
-    EXPECT_NEAR(m_cell.getVolume(), 8.0f / 3, 1e-5f);
-    EXPECT_NEAR(m_cell.getArea(), 4 + 4 * std::sqrt(5.0f), 1e-5f);
-    EXPECT_EQ(m_cell.getOrdering(), 1);
-    fill({{0, 0, 0}, {0, 2, 0}, {2, 2, 0}, {2, 0, 0}, {1, 1, 2}});
-    EXPECT_EQ(m_cell.getOrdering(), 0);
-
-    std::vector<bool> flags(5, true);
-    EXPECT_EQ(m_cell.getIsosurfCaseId(flags), 0);
-    flags[4] = false;
-    EXPECT_EQ(m_cell.getIsosurfCaseId(flags), 15);
 }

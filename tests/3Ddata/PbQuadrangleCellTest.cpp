@@ -1,11 +1,11 @@
 #include <Quillon/3Ddata/PbQuadrangleCell.h>
 #include <Quillon/PoQuillon.h>
 
-#include "3Ddata/CellTestHelpers.h"
+#include "3Ddata/MeshTestHelpers.h"
 
 #include <gtest/gtest.h>
 
-using celltest::Coords;
+using meshtest::Coords;
 
 namespace {
 

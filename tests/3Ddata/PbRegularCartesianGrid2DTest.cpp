@@ -9,22 +9,6 @@ class PbRegularCartesianGrid2DTest : public meshtest::MeshTest {};
 
 } // namespace
 
-TEST_F(PbRegularCartesianGrid2DTest, ClosedFormLocationAgreesWithTheCellByCellSearch) {
-    PbRegularCartesianGrid2D regular;
-    regular.setGeometry(7, 5, -1.0f, 2.0f, 2.0f, 4.4f);
-    std::vector<SbVec3f> points = meshtest::samplePoints(-1.0f, 2.0f, 2.0f, 4.4f, 24);
-    for (float tolerance : {0.0f, 0.25f, -0.2f, 1.5f})
-        meshtest::expectSameAsTestingEveryCell(regular, points, tolerance);
-}
-
-TEST_F(PbRegularCartesianGrid2DTest, ReversedAxesAreLocatedLikeTheCellByCellSearch) {
-    PbRegularCartesianGrid2D regular;
-    regular.setGeometry(4, 6, 3.0f, 1.0f, 0.0f, -1.5f);
-    std::vector<SbVec3f> points = meshtest::samplePoints(0.0f, -1.5f, 3.0f, 1.0f, 12);
-    meshtest::expectSameAsTestingEveryCell(regular, points, 0.0f);
-    meshtest::expectSameAsTestingEveryCell(regular, points, 0.1f);
-}
-
 TEST_F(PbRegularCartesianGrid2DTest, APointOnASharedSideBelongsToTheLowerCell) {
     PbRegularCartesianGrid2D grid;
     grid.setGeometry(3, 3, 0.0f, 0.0f, 2.0f, 2.0f);

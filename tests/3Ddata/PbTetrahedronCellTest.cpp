@@ -1,13 +1,11 @@
 #include <Quillon/3Ddata/PbTetrahedronCell.h>
 #include <Quillon/PoQuillon.h>
 
-#include "3Ddata/CellTestHelpers.h"
+#include "3Ddata/MeshTestHelpers.h"
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-
-using celltest::Coords;
+using meshtest::Coords;
 
 namespace {
 
@@ -40,28 +38,10 @@ TEST_F(PbTetrahedronCellTest, LocatesInClosedFormAndForgetsTheInverseOnRefill) {
     EXPECT_TRUE(m_pcoord.equals(SbVec3f(0.2f, 0.2f, 0.2f), 1e-5f));
 }
 
-TEST_F(PbTetrahedronCellTest, VolumeAreaOrderingAndCaseIds) {
-    fill({{0, 0, 0}, {2, 0, 0}, {0, 3, 0}, {0, 0, 4}});
-    EXPECT_FLOAT_EQ(m_cell.getVolume(), 4.0f);
-    EXPECT_FLOAT_EQ(m_cell.getArea(), 13.0f + 0.5f * std::sqrt(144.0f + 64 + 36));
-    EXPECT_EQ(m_cell.getOrdering(), 1);
-    fill({{0, 0, 0}, {0, 3, 0}, {2, 0, 0}, {0, 0, 4}});
-    EXPECT_EQ(m_cell.getOrdering(), 0);
-    EXPECT_FLOAT_EQ(m_cell.getVolume(), 4.0f);
-
-    std::vector<bool> flags(8, false);
-    flags[7] = true; // local node 0
-    EXPECT_EQ(m_cell.getIsosurfCaseId(flags), 1);
-    flags[0] = true; // local node 3
-    EXPECT_EQ(m_cell.getIsosurfCaseId(flags), 9);
-    flags[2] = flags[5] = true;
-    EXPECT_EQ(m_cell.getIsosurfCaseId(flags), 0);
-}
-
 TEST_F(PbTetrahedronCellTest, PrintFollowsTheCellLinesWithItsMatrix) {
     fill({{0, 0, 0}, {2, 0, 0}, {0, 4, 0}, {0, 0, 1}});
     m_cell.locatePoint(SbVec3f(0, 0, 0), 0, m_pcoord);
-    std::string text = celltest::printed(m_cell);
+    std::string text = meshtest::printed(m_cell);
     EXPECT_NE(text.find("PbCell:: node 0 : 0.000000 0.000000 1.000000\n"
                         "PbTetrahedronCell:: affine transformation matrix ...\n"
                         "PbTetrahedronCell:: 0.500000 0.000000 0.000000\n"

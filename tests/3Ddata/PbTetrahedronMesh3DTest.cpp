@@ -1,7 +1,7 @@
 #include <Quillon/3Ddata/PbTetrahedronMesh3D.h>
 #include <Quillon/PoQuillon.h>
 
-#include "VolumeMeshTestHelpers.h"
+#include "3Ddata/MeshTestHelpers.h"
 #include "support/ErrorRecorder.h"
 
 #include <gtest/gtest.h>
@@ -81,23 +81,13 @@ TEST_F(PbTetrahedronMesh3DTest, LocationFollowsNewCoordinates) {
         x += 10.0f;
     mesh.setCoordinates(shifted.data(), block.y.data(), block.z.data());
     EXPECT_EQ(mesh.findContainingCell(SbVec3f(1.5f, 1.5f, 1.5f), 0.0f, pcoord), nullptr);
-    meshtest::expectLocationAgreesWithTestingEveryCell(mesh, 5, 100);
+    meshtest::expectLocationAgreesWithTestingEveryCell(mesh, meshtest::probePoints(mesh, 100, 5),
+                                                       0.0f);
 }
 
-TEST_F(PbTetrahedronMesh3DTest, NewGeometryDropsDuplicatedSetsOnlyWhenSizesChange) {
-    std::vector<float> values(block.numNodes, 1.0f);
+TEST_F(PbTetrahedronMesh3DTest, ADuplicatingMeshCopiesItsCoordinatesAReferencingOneKeepsThem) {
     PbTetrahedronMesh3D referencing(block.numNodes, block.x.data(), block.y.data(), block.z.data(),
                                     block.numCells, block.cells.data(), 0);
-    for (PbTetrahedronMesh3D* m : {&mesh, &referencing}) {
-        m->addValuesSet(1, values.data(), "");
-        m->setGeometry(block.numNodes, block.x.data(), block.y.data(), block.z.data(),
-                       block.numCells, block.cells.data());
-        EXPECT_EQ(m->getNumValuesSet(), 1);
-        m->setGeometry(block.numNodes, block.x.data(), block.y.data(), block.z.data(), 6,
-                       block.cells.data());
-    }
-    EXPECT_EQ(mesh.getNumValuesSet(), 0);
-    EXPECT_EQ(referencing.getNumValuesSet(), 1);
     const float *x, *y, *z;
     int sizeX, sizeY, sizeZ;
     referencing.getCoordinates(x, y, z, sizeX, sizeY, sizeZ);

@@ -1,11 +1,11 @@
 #include <Quillon/3Ddata/PbTriangleCell.h>
 #include <Quillon/PoQuillon.h>
 
-#include "3Ddata/CellTestHelpers.h"
+#include "3Ddata/MeshTestHelpers.h"
 
 #include <gtest/gtest.h>
 
-using celltest::Coords;
+using meshtest::Coords;
 
 namespace {
 
@@ -53,22 +53,11 @@ TEST_F(PbTriangleCellTest, RejectsPointsFarFromItsPlaneOnlyWithZCoordinates) {
     EXPECT_EQ(m_cell.locatePoint(SbVec3f(1, 1, 100), 0, m_pcoord), 1);
 }
 
-TEST_F(PbTriangleCellTest, MeasuresAndSurfaceAnswers) {
-    fill({{0, 0, 0}, {0, 3, 0}, {0, 0, 4}});
-    EXPECT_FLOAT_EQ(m_cell.getArea(), 6.0f);
-    EXPECT_FLOAT_EQ(m_cell.getLongestEdgeLength(), 5.0f);
-    EXPECT_EQ(m_cell.getOrdering(), 1);
-    EXPECT_EQ(m_cell.getMCcase(1), nullptr);
-    EXPECT_EQ(m_cell.getIsosurfCaseId(std::vector<bool>{true, true, false}), 0);
-    fill({{0, 0, 0}, {1, 1, 1}, {2, 2, 2}});
-    EXPECT_EQ(m_cell.isValid(), 0);
-}
-
 TEST_F(PbTriangleCellTest, PrintsItsProjectionMatrix) {
     int ids[3] = {4, 9, 2};
     Coords coords = {{1, 1, 0}, {3, 1, 0}, {1, 5, 0}};
     m_cell.set(11, ids, coords.data(), false);
-    EXPECT_EQ(celltest::printed(m_cell),
+    EXPECT_EQ(meshtest::printed(m_cell),
               "=====================print cell informations ==================== \n"
               "PbCell:: m_numFaces = 1\n"
               "PbCell:: m_numEdges = 3\n"

@@ -1,7 +1,7 @@
 #include <Quillon/3Ddata/PbVoxelCell.h>
 #include <Quillon/PoQuillon.h>
 
-#include "3Ddata/CellTestHelpers.h"
+#include "3Ddata/MeshTestHelpers.h"
 
 #include <gtest/gtest.h>
 
@@ -29,18 +29,9 @@ TEST_F(PbVoxelCellTest, LocatesInClosedFormFromItsBox) {
     EXPECT_FLOAT_EQ(m_cell.getVolume(), 4.0f);
 }
 
-TEST_F(PbVoxelCellTest, SharesTheHexahedronCasesAndKeepsItsOrdering) {
-    m_cell.setBox(0, m_ids, SbVec3f(0, 0, 0), SbVec3f(1, 1, -1));
-    EXPECT_EQ(m_cell.getOrdering(), 1);
-    std::vector<bool> flags(8, false);
-    flags[6] = true; // local node 7
-    EXPECT_EQ(m_cell.getIsosurfCaseId(flags), 128);
-    EXPECT_EQ(m_cell.getMCcase(37), PbHexahedronCell().getMCcase(37));
-}
-
 TEST_F(PbVoxelCellTest, PrintsItsExtent) {
     m_cell.setBox(4, m_ids, SbVec3f(0, -1, 2), SbVec3f(0.5f, 2, 1));
-    EXPECT_EQ(celltest::printed(m_cell),
+    EXPECT_EQ(meshtest::printed(m_cell),
               "=====================print cell informations ==================== \n"
               "PbCell:: m_numFaces = 6\n"
               "PbCell:: m_numEdges = 12\n"

@@ -4,6 +4,7 @@
 
 #include <Quillon/3Ddata/PbCell.h>
 #include <Quillon/3Ddata/PbMesh.h>
+#include <Quillon/3Ddata/PbSurfaceCell.h>
 
 #include <cfloat>
 #include <cmath>
@@ -16,6 +17,20 @@ const float s_cellSlack = 0.01f;
 // Buckets per cell at most, which bounds the memory of the index.
 const double s_maxBucketsPerCell = 1.0;
 
+// How far beyond its box a cell may accept a point at tolerance 0 besides
+// the slack.  A surface cell of a mesh with z accepts points up to a third
+// of its size (mean edge or diagonal) from its plane, measured along the
+// normal but reached along the axis that its location drops, so up to sqrt(3)
+// times further; and over the cell's footprint the plane through node 0 of a
+// non-planar quadrangle may leave the box.  Twice the box diagonal bounds
+// both.
+float planeReach(const PbCell& cell, const SbBox3f& box) {
+    const PbSurfaceCell* surface = dynamic_cast<const PbSurfaceCell*>(&cell);
+    if (!surface || !surface->hasZ() || box.isEmpty())
+        return 0.0f;
+    return 2.0f * (box.getMax() - box.getMin()).length();
+}
+
 } // namespace
 
 PiCellBoxIndex::PiCellBoxIndex(const PbMesh& mesh)
@@ -27,11 +42,16 @@ PiCellBoxIndex::PiCellBoxIndex(const PbMesh& mesh)
     SbBox3f all;
     double sum[3] = {0, 0, 0};
     for (int c = 0; c < numCells; ++c) {
-        SbBox3f box = mesh.getCell(c)->getBoundingBox();
+        const PbCell* cell = mesh.getCell(c);
+        SbBox3f box = cell->getBoundingBox();
         float* stored = &m_boxes[6 * static_cast<size_t>(c)];
         box.getBounds(stored[0], stored[1], stored[2], stored[3], stored[4], stored[5]);
-        for (int axis = 0; axis < 3; ++axis)
+        float reach = planeReach(*cell, box);
+        for (int axis = 0; axis < 3; ++axis) {
             sum[axis] += stored[axis + 3] - stored[axis];
+            stored[axis] -= reach;
+            stored[axis + 3] += reach;
+        }
         all.extendBy(box);
     }
     float allMin[3], allMax[3];

@@ -55,18 +55,9 @@ TEST_F(PbGrid3DTest, NumbersNodesAndCellsWithKFastest) {
     grid.getCell(1)->getNodesIndex(cellNodes);
     EXPECT_EQ(asVector(cellNodes), (std::vector<int>{1, 7, 10, 4, 2, 8, 11, 5}));
     EXPECT_EQ(grid.getNodeCoord(7), SbVec3f(1, 0, 1));
-}
-
-TEST_F(PbGrid3DTest, CountsNodesAndCellsAsTheSizesGive) {
-    PbRegularCartesianGrid3D flat(1, 3, 3, 0, 0, 0, 0, 1, 1);
-    EXPECT_EQ(flat.getNumNodes(), 9);
-    EXPECT_EQ(flat.getNumCells(), 0);
-    EXPECT_EQ(flat.getCell(0), nullptr);
-    PbParalCartesianGrid3D grid(4, 3, 5, s_xs, s_ys, s_zs);
-    EXPECT_EQ(grid.getNumCells(), 3 * 2 * 4);
     EXPECT_EQ(grid.getCell(-1), nullptr);
     EXPECT_EQ(grid.getCell(grid.getNumCells()), nullptr);
-    EXPECT_NE(grid.getCell(grid.getNumCells() - 1), nullptr);
+    EXPECT_EQ(PbRegularCartesianGrid3D(1, 3, 3, 0, 0, 0, 0, 1, 1).getNumCells(), 0);
 }
 
 TEST_F(PbGrid3DTest, DuplicatingGridCopiesCoordinatesReferencingGridKeepsThem) {
@@ -151,21 +142,6 @@ TEST_F(PbGrid3DTest, BoundingBoxCoversEveryNode) {
     const float moved[] = {0, 1, 7};
     grid.setCoordinates(moved, s_ys, s_zs);
     EXPECT_EQ(grid.getBoundingBox().getMax()[0], 7.0f);
-}
-
-TEST_F(PbGrid3DTest, LocationOnAFaceFindsTheLowerCellUnlessToleranceIsNegative) {
-    PbRegularCartesianGrid3D grid(3, 3, 3, 0, 0, 0, 2, 2, 2);
-    SbVec3f pcoord;
-    const PbCell* cell = grid.findContainingCell(SbVec3f(1.0f, 0.5f, 0.5f), 0.0f, pcoord);
-    ASSERT_NE(cell, nullptr);
-    EXPECT_EQ(cell->getIndex(), 0);
-    EXPECT_EQ(pcoord, SbVec3f(1.0f, 0.5f, 0.5f));
-    EXPECT_EQ(grid.findContainingCell(SbVec3f(1.0f, 0.5f, 0.5f), -0.01f, pcoord), nullptr);
-    cell = grid.findContainingCell(SbVec3f(1.5f, 1.5f, 1.5f), 0.0f, pcoord);
-    ASSERT_NE(cell, nullptr);
-    EXPECT_EQ(cell->getIndex(), 7);
-    EXPECT_EQ(grid.findContainingCell(SbVec3f(2.1f, 1.0f, 1.0f), 0.0f, pcoord), nullptr);
-    EXPECT_NE(grid.findContainingCell(SbVec3f(2.1f, 1.0f, 1.0f), 0.2f, pcoord), nullptr);
 }
 
 TEST_F(PbGrid3DTest, CrossSectionIsOptimalForAxisAlignedGridsCutAcrossAnAxis) {

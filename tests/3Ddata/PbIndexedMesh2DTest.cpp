@@ -256,20 +256,6 @@ TEST_F(PbIndexedMesh2DTest, CopiesOwnTheirDataAndReferencingMeshesDoNot) {
     EXPECT_FLOAT_EQ(copy.getArea(), 1.0f);
 }
 
-TEST_F(PbIndexedMesh2DTest, LocatesPointsInItsCells) {
-    PbIndexedMesh2D mesh;
-    makeMixed(mesh);
-    SbVec3f pcoord;
-    const PbCell* cell = mesh.findContainingCell(SbVec3f(1.8f, 0.5f, 0), 0.0f, pcoord);
-    ASSERT_NE(cell, nullptr);
-    EXPECT_EQ(cell->getIndex(), 1);
-    cell = mesh.findContainingCell(SbVec3f(0.25f, 0.5f, 0), 0.0f, pcoord);
-    ASSERT_NE(cell, nullptr);
-    EXPECT_EQ(cell->getIndex(), 0);
-    EXPECT_NEAR(pcoord[0], 0.25f, 1e-4f);
-    EXPECT_EQ(mesh.findContainingCell(SbVec3f(2.5f, 0.5f, 0), 0.0f, pcoord), nullptr);
-}
-
 TEST_F(PbIndexedMesh2DTest, PrintsItsCells) {
     PbIndexedMesh2D mesh(0);
     makeMixed(mesh);

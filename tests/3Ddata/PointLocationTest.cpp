@@ -1,5 +1,6 @@
 #include <Quillon/3Ddata/PbCartesianGrid3D.h>
 #include <Quillon/3Ddata/PbHexahedronMesh3D.h>
+#include <Quillon/3Ddata/PbIndexedMesh2D.h>
 #include <Quillon/3Ddata/PbIndexedMesh3D.h>
 #include <Quillon/3Ddata/PbParalCartesianGrid2D.h>
 #include <Quillon/3Ddata/PbParalCartesianGrid3D.h>
@@ -21,9 +22,9 @@ class PointLocationTest : public meshtest::MeshTest {};
 struct Case {
     const char* name;
     std::function<std::unique_ptr<PbMesh>()> make;
-    std::vector<float> tolerances;
-    SbBox3f lattice; // empty: the mesh's box
-    float step;
+    float step = 0.5f; // of the lattice of probe points
+    std::vector<float> tolerances = {0.0f, 0.2f, -0.1f};
+    SbBox3f lattice = SbBox3f(); // empty: the mesh's box
 };
 
 template <typename Mesh, typename... Args>
@@ -102,44 +103,47 @@ std::unique_ptr<PbMesh> mixedCells() {
     return std::make_unique<PbIndexedMesh3D>(12, x, y, z, 4, types, cells);
 }
 
+// A quadrangle beside two triangles, and a regular grid whose last column
+// rises to z = 10: the points must also lie near each cell's plane.
+std::unique_ptr<PbMesh> mixedSurface() {
+    const float x[] = {0, 1, 2, 0, 1, 2};
+    const float y[] = {0, 0, 0, 1, 1, 1};
+    const int types[] = {4, 3, 3};
+    const int cells[] = {0, 1, 4, 3, 1, 2, 5, 1, 5, 4};
+    auto mesh = std::make_unique<PbIndexedMesh2D>();
+    mesh->setGeometry(6, x, y, 3, types, cells);
+    return mesh;
+}
+
+std::unique_ptr<PbMesh> risingSurface() {
+    const float z[] = {0, 0, 0, 0, 0, 0, 10, 10, 10};
+    auto grid = std::make_unique<PbRegularCartesianGrid2D>();
+    grid->setGeometry(3, 3, 0.0f, 0.0f, 2.0f, 2.0f, z);
+    return grid;
+}
+
 std::vector<Case> cases() {
-    const std::vector<float> usual = {0.0f, 0.2f, -0.1f};
     const SbBox3f core(1, 1, 1, 3, 3, 3);
     return {
         // Uneven spacing, a very narrow column beside a wide one, rows that
         // run backwards.
         {"rectilinear 2D",
          grid2D<PbParalCartesianGrid2D>({0, 0.1f, 0.15f, 2, 2.01f, 5}, {3, 2.5f, 1, 0.9f, -2}),
-         {0.0f, 0.3f, -0.1f, 2.0f},
-         SbBox3f(),
-         0.125f},
-        {"regular 2D", regular2D(7, 5, -1, 2, 2, 4.4f), {0.0f, 0.25f, -0.2f, 1.5f}, {}, 0.125f},
-        {"regular 2D, reversed axes", regular2D(4, 6, 3, 1, 0, -1.5f), usual, {}, 0.25f},
-        {"rectilinear 3D",
-         make<PbParalCartesianGrid3D>(4, 3, 5, s_xs, s_ys, s_zs),
-         usual,
-         {},
-         0.5f},
-        {"rectilinear 3D, decreasing x",
-         make<PbParalCartesianGrid3D>(4, 3, 5, s_decreasing, s_ys, s_zs),
-         usual,
-         {},
-         0.5f},
-        {"rectilinear 3D, unsorted x",
-         make<PbParalCartesianGrid3D>(4, 3, 5, s_unsorted, s_ys, s_zs),
-         usual,
-         {},
-         0.5f},
-        {"regular 3D", make<PbRegularCartesianGrid3D>(6, 4, 5, -1, 0, 2, 2, 3, 3), usual, {}, 0.5f},
-        {"regular 3D, inverted corners",
-         make<PbRegularCartesianGrid3D>(6, 4, 5, 2, 3, 3, -1, 0, 2),
-         usual,
-         {},
-         0.5f},
-        {"curvilinear 3D", curvilinear, usual, {}, 0.5f},
-        {"curved hexahedra", curvedHexahedra, usual, core, 0.5f},
-        {"tetrahedra", tetrahedra, {0.0f, 0.2f, -0.1f, 1.0f, 3.0f}, core, 0.5f},
-        {"mixed cells", mixedCells, usual, {}, 0.5f},
+         0.125f,
+         {0.0f, 0.3f, -0.1f, 2.0f}},
+        {"regular 2D", regular2D(7, 5, -1, 2, 2, 4.4f), 0.125f, {0.0f, 0.25f, -0.2f, 1.5f}},
+        {"regular 2D, reversed axes", regular2D(4, 6, 3, 1, 0, -1.5f), 0.25f},
+        {"mixed surface cells", mixedSurface, 0.125f},
+        {"surface with z", risingSurface, 0.25f},
+        {"rectilinear 3D", make<PbParalCartesianGrid3D>(4, 3, 5, s_xs, s_ys, s_zs)},
+        {"decreasing x", make<PbParalCartesianGrid3D>(4, 3, 5, s_decreasing, s_ys, s_zs)},
+        {"unsorted x", make<PbParalCartesianGrid3D>(4, 3, 5, s_unsorted, s_ys, s_zs)},
+        {"regular 3D", make<PbRegularCartesianGrid3D>(6, 4, 5, -1, 0, 2, 2, 3, 3)},
+        {"inverted corners", make<PbRegularCartesianGrid3D>(6, 4, 5, 2, 3, 3, -1, 0, 2)},
+        {"curvilinear 3D", curvilinear},
+        {"curved hexahedra", curvedHexahedra, 0.5f, {0.0f, 0.2f, -0.1f}, core},
+        {"tetrahedra", tetrahedra, 0.5f, {0.0f, 0.2f, -0.1f, 1.0f, 3.0f}, core},
+        {"mixed volume cells", mixedCells},
     };
 }
 

@@ -139,16 +139,6 @@ void PoSFMesh::addVecsSet(int setIndex, const SbVec3f* vecs, const SbString& nam
               [&](PbMesh& mesh) { mesh.addVecsSet(setIndex, vecs, name); });
 }
 
-void PoSFMesh::removePerCellSets(void) {
-    PbMesh* mesh = getMesh();
-    for (int key : PiMeshSets::valuesKeys(*mesh))
-        if (mesh->getValuesBinding(key) != PbMesh::PER_NODE)
-            mesh->removeValuesSet(key);
-    for (int key : PiMeshSets::vecsKeys(*mesh))
-        if (mesh->getVecsBinding(key) != PbMesh::PER_NODE)
-            mesh->removeVecsSet(key);
-}
-
 bool PoSFMesh::isSameMesh(const PbMesh& mesh) const {
     PiMeshRecord held;
     PiMeshRecord other;

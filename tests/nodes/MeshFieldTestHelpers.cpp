@@ -1,77 +1,62 @@
 #include "nodes/MeshFieldTestHelpers.h"
 
-#include <Inventor/errors/SoReadError.h>
-
 #include <sstream>
 
 namespace meshfieldtest {
 
 namespace {
-const float kX4[] = {0.0f, 1.5f, 1.0f, -0.25f};
-const float kY4[] = {0.0f, 0.0f, 2.0f, 1.75f};
-const float kZ4[] = {0.5f, -1.0f, 2.25f, 3.0f};
+// Nodes on a 3 x 2 x 2 lattice, x varying fastest, for the unstructured
+// meshes; the surfaces take the first six.
+const float kX[] = {0, 1, 2, 0, 1, 2, 0, 1, 2, 0, 1, 2};
+const float kY[] = {0, 0, 0, 1, 1, 1, 0, 0, 0, 1, 1, 1};
+const float kZ[] = {0, 0, 0, 0, 0, 0, 1, 1, 1, 1, 1, 1};
+const float kHeights[] = {0.5f, -1.0f, 2.25f, 3.0f, 0.0f, 1.5f};
 } // namespace
 
 void setSampleGeometry(PbCartesianGrid2D& mesh) {
     static const float x[] = {0.0f, 0.5f, 1.0f, 1.25f, 2.0f, 2.5f};
     static const float y[] = {0.0f, 1.0f, 0.25f, 1.5f, 0.0f, 2.0f};
-    static const float z[] = {1.0f, 2.0f, 3.0f, 4.0f, 5.0f, 6.5f};
-    mesh.setGeometry(3, 2, x, y, z);
+    mesh.setGeometry(3, 2, x, y, kHeights);
 }
 
 void setSampleGeometry(PbParalCartesianGrid2D& mesh) {
-    static const float x[] = {0.0f, 1.0f, 3.5f};
-    static const float y[] = {-1.0f, 2.0f};
+    static const float x[] = {0.0f, 1.0f, 3.5f}, y[] = {-1.0f, 2.0f};
     mesh.setGeometry(3, 2, x, y);
 }
 
 void setSampleGeometry(PbRegularCartesianGrid2D& mesh) {
-    static const float z[] = {0.0f, 0.5f, 1.0f, 1.5f, 2.0f, 2.5f};
-    mesh.setGeometry(2, 3, -1.0f, 0.5f, 4.0f, 2.5f, z);
+    mesh.setGeometry(2, 3, -1.0f, 0.5f, 4.0f, 2.5f, kHeights);
 }
 
 void setSampleGeometry(PbPolarGrid2D& mesh) {
-    static const float r[] = {1.0f, 2.0f, 4.0f};
-    static const float t[] = {0.0f, 0.5f};
+    static const float r[] = {1.0f, 2.0f, 4.0f}, t[] = {0.0f, 0.5f};
     mesh.setGeometry(3, 2, r, t);
 }
 
 void setSampleGeometry(PbIndexedMesh2D& mesh) {
-    static const float x[] = {0.0f, 1.0f, 1.0f, 0.0f, 2.0f};
-    static const float y[] = {0.0f, 0.0f, 1.0f, 1.0f, 0.5f};
-    static const float z[] = {0.0f, 0.25f, 0.5f, 0.75f, 1.0f};
-    static const int types[] = {4, 3};
-    static const int indices[] = {0, 1, 2, 3, 1, 4, 2};
-    mesh.setGeometry(5, x, y, z, 2, types, indices);
+    static const int types[] = {4, 3, 3}, indices[] = {0, 1, 4, 3, 1, 2, 5, 1, 5, 4};
+    mesh.setGeometry(6, kX, kY, kHeights, 3, types, indices);
 }
 
 void setSampleGeometry(PbTriangleMesh2D& mesh) {
-    static const int indices[] = {0, 1, 2, 0, 2, 3};
-    mesh.setGeometry(4, kX4, kY4, 2, indices);
+    static const int indices[] = {0, 1, 4, 0, 4, 3};
+    mesh.setGeometry(5, kX, kY, 2, indices);
 }
 
 void setSampleGeometry(PbQuadrangleMesh2D& mesh) {
-    static const float x[] = {0.0f, 1.0f, 2.0f, 0.0f, 1.0f, 2.0f};
-    static const float y[] = {0.0f, 0.0f, 0.0f, 1.0f, 1.0f, 1.0f};
-    static const float z[] = {0.0f, 1.0f, 0.0f, 1.0f, 0.0f, 1.0f};
     static const int indices[] = {0, 1, 4, 3, 1, 2, 5, 4};
-    mesh.setGeometry(6, x, y, z, 2, indices);
+    mesh.setGeometry(6, kX, kY, kHeights, 2, indices);
 }
 
 void setSampleGeometry(PbCartesianGrid3D& mesh) {
-    static float x[8], y[8], z[8];
-    for (int node = 0; node < 8; ++node) {
-        x[node] = static_cast<float>(node / 4) + 0.25f * static_cast<float>(node % 2);
-        y[node] = static_cast<float>(node / 2 % 2);
-        z[node] = static_cast<float>(node % 2) - 0.5f * static_cast<float>(node / 4);
-    }
+    static const float x[] = {0, 0.25f, 0, 0.25f, 1, 1.25f, 1, 1.25f};
+    static const float y[] = {0, 0, 1, 1, 0, 0, 1, 1};
+    static const float z[] = {0, 1, 0, 1, -0.5f, 0.5f, -0.5f, 0.5f};
     mesh.setGeometry(2, 2, 2, x, y, z);
 }
 
 void setSampleGeometry(PbParalCartesianGrid3D& mesh) {
-    static const float x[] = {0.0f, 2.0f};
-    static const float y[] = {0.0f, 0.5f, 3.0f};
-    static const float z[] = {-1.0f, 1.0f};
+    static const float x[] = {0.0f, 2.0f}, y[] = {0.0f, 0.5f, 3.0f}, z[] = {-1.0f, 1.0f};
     mesh.setGeometry(2, 3, 2, x, y, z);
 }
 
@@ -80,77 +65,50 @@ void setSampleGeometry(PbRegularCartesianGrid3D& mesh) {
 }
 
 void setSampleGeometry(PbIndexedMesh3D& mesh) {
-    static float x[10], y[10], z[10];
-    for (int node = 0; node < 10; ++node) {
-        x[node] = static_cast<float>(node % 3);
-        y[node] = static_cast<float>(node / 3 % 2);
-        z[node] = 0.5f * static_cast<float>(node / 6);
-    }
     static const int types[] = {4, 5, 6, 8};
-    static const int indices[] = {0, 1, 3, 6,              // tetrahedron
-                                  0, 1, 4, 3, 6,           // pyramid
-                                  0, 1, 3, 6, 7, 9,        // wedge
-                                  0, 1, 4, 3, 6, 7, 8, 9}; // hexahedron
-    mesh.setGeometry(10, x, y, z, 4, types, indices);
+    static const int indices[] = {0, 1, 3, 6,                // tetrahedron
+                                  0, 1, 4, 3, 6,             // pyramid
+                                  0, 1, 3, 6, 7, 9,          // wedge
+                                  1, 2, 5, 4, 7, 8, 11, 10}; // hexahedron
+    mesh.setGeometry(12, kX, kY, kZ, 4, types, indices);
 }
 
 void setSampleGeometry(PbHexahedronMesh3D& mesh) {
-    static float x[12], y[12], z[12];
-    for (int node = 0; node < 12; ++node) {
-        x[node] = static_cast<float>(node % 3);
-        y[node] = static_cast<float>(node / 3 % 2);
-        z[node] = static_cast<float>(node / 6);
-    }
     static const int indices[] = {0, 1, 4, 3, 6, 7, 10, 9, 1, 2, 5, 4, 7, 8, 11, 10};
-    mesh.setGeometry(12, x, y, z, 2, indices);
+    mesh.setGeometry(12, kX, kY, kZ, 2, indices);
 }
 
 void setSampleGeometry(PbTetrahedronMesh3D& mesh) {
-    static const float x[] = {0.0f, 1.0f, 0.0f, 0.0f, 1.0f};
-    static const float y[] = {0.0f, 0.0f, 1.0f, 0.0f, 1.0f};
-    static const float z[] = {0.0f, 0.0f, 0.0f, 1.0f, 1.0f};
-    static const int indices[] = {0, 1, 2, 3, 1, 2, 3, 4};
-    mesh.setGeometry(5, x, y, z, 2, indices);
+    static const int indices[] = {0, 1, 3, 6, 1, 4, 3, 10};
+    mesh.setGeometry(12, kX, kY, kZ, 2, indices);
 }
 
 void setSampleGeometry(PbIrregularMesh1D& mesh) {
-    mesh.setGeometry(4, kZ4);
+    mesh.setGeometry(4, kHeights);
 }
 
 void setSampleGeometry(PbRegularMesh1D& mesh) {
     mesh.setGeometry(5, -1.0f, 3.0f);
 }
 
-namespace {
-// Set elements for up to kMaxElements nodes or cells, kept for the whole
-// run so that meshes referencing them stay valid.
-const int kMaxElements = 16;
-
-struct SampleSets {
-    float nodeValues[kMaxElements];
-    float cellValues[kMaxElements];
-    SbString strings[kMaxElements];
-    SbVec3f vecs[kMaxElements];
-
-    SampleSets() {
-        for (int i = 0; i < kMaxElements; ++i) {
-            nodeValues[i] = 0.5f * static_cast<float>(i) - 1.0f;
-            cellValues[i] = 10.0f + static_cast<float>(i);
-            strings[i] = SbString("node \"") + SbString(i) + "\"";
-            vecs[i].setValue(static_cast<float>(i), 0.25f, -static_cast<float>(i));
-        }
-    }
-};
-
-const SampleSets& sampleSets() {
-    static const SampleSets sets;
-    return sets;
-}
-} // namespace
-
 void addSampleSets(PbMesh& mesh) {
-    ASSERT_LE(mesh.getNumNodes(), kMaxElements);
-    const SampleSets& sets = sampleSets();
+    // Elements for up to 16 nodes or cells, kept for the whole run so that
+    // meshes referencing them stay valid.
+    struct Elements {
+        float nodeValues[16], cellValues[16];
+        SbString strings[16];
+        SbVec3f vecs[16];
+        Elements() {
+            for (int i = 0; i < 16; ++i) {
+                nodeValues[i] = 0.5f * static_cast<float>(i) - 1.0f;
+                cellValues[i] = 10.0f + static_cast<float>(i);
+                strings[i] = SbString("node \"") + SbString(i) + "\"";
+                vecs[i].setValue(static_cast<float>(i), 0.25f, -static_cast<float>(i));
+            }
+        }
+    };
+    static const Elements sets;
+    ASSERT_LE(mesh.getNumNodes(), 16);
     mesh.addValuesSet(0, sets.nodeValues, PbMesh::PER_NODE, "pressure");
     mesh.addValuesSet(1, sets.cellValues, PbMesh::PER_CELL, "cell volume");
     mesh.addStringsSet(0, sets.strings, "labels");
@@ -162,56 +120,31 @@ template <typename T> std::vector<T> elements(const T* values, int count) {
     return values ? std::vector<T>(values, values + count) : std::vector<T>();
 }
 
-int countOf(const PbMesh& mesh, PbMesh::DataBinding binding) {
-    return binding == PbMesh::PER_NODE ? mesh.getNumNodes() : mesh.getNumCells();
-}
-
 std::vector<int> cellNodes(const PbMesh& mesh, int cell) {
     PbArrayOfInt nodes;
     mesh.getCell(cell)->getNodesIndex(nodes);
-    return std::vector<int>(nodes.get(), nodes.get() + nodes.getNum());
-}
-
-void expectSameZ(const PbMesh& expected, const PbMesh& actual) {
-    const auto* expected2D = dynamic_cast<const PbMesh2D*>(&expected);
-    if (!expected2D)
-        return;
-    const float* z = dynamic_cast<const PbMesh2D&>(actual).getZcoord();
-    EXPECT_EQ(expected2D->getZcoord() == nullptr, z == nullptr);
-    EXPECT_EQ(elements(expected2D->getZcoord(), expected.getNumNodes()),
-              elements(z, actual.getNumNodes()));
+    return elements(nodes.get(), nodes.getNum());
 }
 
 // The sets of one kind under the keys 0 to count - 1; string sets have no
 // binding and are per node.
 template <typename T>
-void expectSameSetsOf(const PbMesh& expected, const PbMesh& actual, int count,
-                      const T* (PbMesh::*elementsOf)(int) const,
+void expectSameSetsOf(const PbMesh& expected, const PbMesh& actual,
+                      int (PbMesh::*countOf)(void) const, const T* (PbMesh::*elementsOf)(int) const,
                       const SbString* (PbMesh::*nameOf)(int) const,
                       PbMesh::DataBinding (PbMesh::*bindingOf)(int) const) {
-    for (int set = 0; set < count; ++set) {
+    ASSERT_EQ((actual.*countOf)(), (expected.*countOf)());
+    for (int set = 0; set < (expected.*countOf)(); ++set) {
         const PbMesh::DataBinding binding =
             bindingOf ? (expected.*bindingOf)(set) : PbMesh::PER_NODE;
+        const int count =
+            binding == PbMesh::PER_NODE ? expected.getNumNodes() : expected.getNumCells();
         ASSERT_NE((actual.*elementsOf)(set), nullptr) << "set " << set;
-        if (bindingOf) {
-            EXPECT_EQ((actual.*bindingOf)(set), binding);
-        }
+        EXPECT_EQ(bindingOf ? (actual.*bindingOf)(set) : binding, binding);
         EXPECT_EQ(*(actual.*nameOf)(set), *(expected.*nameOf)(set));
-        EXPECT_EQ(elements((actual.*elementsOf)(set), countOf(actual, binding)),
-                  elements((expected.*elementsOf)(set), countOf(expected, binding)));
+        EXPECT_EQ(elements((actual.*elementsOf)(set), count),
+                  elements((expected.*elementsOf)(set), count));
     }
-}
-
-void expectSameSets(const PbMesh& expected, const PbMesh& actual) {
-    ASSERT_EQ(expected.getNumValuesSet(), actual.getNumValuesSet());
-    ASSERT_EQ(expected.getNumStringsSet(), actual.getNumStringsSet());
-    ASSERT_EQ(expected.getNumVecsSet(), actual.getNumVecsSet());
-    expectSameSetsOf(expected, actual, expected.getNumValuesSet(), &PbMesh::getValuesSet,
-                     &PbMesh::getValuesSetName, &PbMesh::getValuesBinding);
-    expectSameSetsOf<SbString>(expected, actual, expected.getNumStringsSet(),
-                               &PbMesh::getStringsSet, &PbMesh::getStringsSetName, nullptr);
-    expectSameSetsOf(expected, actual, expected.getNumVecsSet(), &PbMesh::getVecsSet,
-                     &PbMesh::getVecsSetName, &PbMesh::getVecsBinding);
 }
 } // namespace
 
@@ -222,23 +155,18 @@ void expectSameMesh(const PbMesh& expected, const PbMesh& actual) {
         EXPECT_EQ(expected.getNodeCoord(node), actual.getNodeCoord(node)) << "node " << node;
     for (int cell = 0; cell < expected.getNumCells() && expected.getCell(cell); ++cell)
         EXPECT_EQ(cellNodes(expected, cell), cellNodes(actual, cell)) << "cell " << cell;
-    expectSameZ(expected, actual);
-    expectSameSets(expected, actual);
-}
-
-ReadErrorRecorder::ReadErrorRecorder()
-    : m_previousHandler(SoReadError::getHandlerCallback()),
-      m_previousData(SoReadError::getHandlerData()) {
-    SoReadError::setHandlerCallback(&ReadErrorRecorder::record, this);
-}
-
-ReadErrorRecorder::~ReadErrorRecorder() {
-    SoReadError::setHandlerCallback(m_previousHandler, m_previousData);
-}
-
-void ReadErrorRecorder::record(const SoError* error, void* data) {
-    static_cast<ReadErrorRecorder*>(data)->m_messages.push_back(
-        error->getDebugString().getString());
+    if (const auto* expected2D = dynamic_cast<const PbMesh2D*>(&expected)) {
+        const float* z = dynamic_cast<const PbMesh2D&>(actual).getZcoord();
+        EXPECT_EQ(expected2D->getZcoord() == nullptr, z == nullptr);
+        EXPECT_EQ(elements(expected2D->getZcoord(), expected.getNumNodes()),
+                  elements(z, actual.getNumNodes()));
+    }
+    expectSameSetsOf(expected, actual, &PbMesh::getNumValuesSet, &PbMesh::getValuesSet,
+                     &PbMesh::getValuesSetName, &PbMesh::getValuesBinding);
+    expectSameSetsOf<SbString>(expected, actual, &PbMesh::getNumStringsSet, &PbMesh::getStringsSet,
+                               &PbMesh::getStringsSetName, nullptr);
+    expectSameSetsOf(expected, actual, &PbMesh::getNumVecsSet, &PbMesh::getVecsSet,
+                     &PbMesh::getVecsSetName, &PbMesh::getVecsBinding);
 }
 
 std::vector<std::string> linesOf(const std::string& text) {

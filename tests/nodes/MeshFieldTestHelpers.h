@@ -90,43 +90,35 @@ using AllKinds = ::testing::Types<
     Kind<PoIrregularMesh1D, PoSFIrregularMesh1D, PbIrregularMesh1D>,
     Kind<PoRegularMesh1D, PoSFRegularMesh1D, PbRegularMesh1D>>;
 
-// Records the toolkit's read errors for its lifetime.
-class ReadErrorRecorder {
-public:
-    ReadErrorRecorder();
-    ~ReadErrorRecorder();
-    ReadErrorRecorder(const ReadErrorRecorder&) = delete;
-    ReadErrorRecorder& operator=(const ReadErrorRecorder&) = delete;
-
-    const std::vector<std::string>& messages() const { return m_messages; }
-
-private:
-    static void record(const SoError* error, void* data);
-
-    std::vector<std::string> m_messages;
-    SoErrorCB* m_previousHandler;
-    void* m_previousData;
-};
-
-// Starts the library and records every message posted meanwhile.
+// Starts the library and records every message posted meanwhile, read
+// errors apart.
 class MeshFieldTest : public ::testing::Test {
 protected:
     void SetUp() override {
         PoQuillon::init();
         m_errors = std::make_unique<ErrorRecorder>();
-        m_readErrors = std::make_unique<ReadErrorRecorder>();
+        m_readErrorHandler = SoReadError::getHandlerCallback();
+        m_readErrorData = SoReadError::getHandlerData();
+        SoReadError::setHandlerCallback(&MeshFieldTest::recordReadError, &m_readErrors);
     }
     void TearDown() override {
-        m_readErrors.reset();
+        SoReadError::setHandlerCallback(m_readErrorHandler, m_readErrorData);
         m_errors.reset();
         PoQuillon::finish();
     }
     ErrorRecorder& errors() { return *m_errors; }
-    const std::vector<std::string>& readErrors() { return m_readErrors->messages(); }
+    const std::vector<std::string>& readErrors() { return m_readErrors; }
 
 private:
+    static void recordReadError(const SoError* error, void* messages) {
+        static_cast<std::vector<std::string>*>(messages)->push_back(
+            error->getDebugString().getString());
+    }
+
     std::unique_ptr<ErrorRecorder> m_errors;
-    std::unique_ptr<ReadErrorRecorder> m_readErrors;
+    std::vector<std::string> m_readErrors;
+    SoErrorCB* m_readErrorHandler = nullptr;
+    void* m_readErrorData = nullptr;
 };
 
 // The lines of a text.

@@ -96,7 +96,7 @@ TEST_F(PiMeshWriterTest, WritesCellsThirtyIndicesToALineAndRegularGridsByTheirCo
     indexed.setValue(Kind<PoIndexedMesh3D, PoSFIndexedMesh3D, PbIndexedMesh3D>::sample());
     EXPECT_EQ(linesAfter(indexed, "  4    # num cells", 4),
               (std::vector<std::string>{"  # cell's type", "  4 5 6 8 ", "  # cell's indices",
-                                        "  0 1 3 6 0 1 4 3 6 0 1 3 6 7 9 0 1 4 3 6 7 8 9 "}));
+                                        "  0 1 3 6 0 1 4 3 6 0 1 3 6 7 9 1 2 5 4 7 8 11 10 "}));
 
     std::vector<int> indices;
     std::string thirty = "  ";

@@ -205,17 +205,3 @@ TEST_F(PoSFMeshTest, AFlatMeshReplacingOneWithZStaysFlat) {
     field.get(text);
     EXPECT_NE(std::string(text.getString()).find("0    # 2D mesh"), std::string::npos);
 }
-
-TEST_F(PoSFMeshTest, DropsPerCellSetsWhenTheCellsChangeButNotTheNodes) {
-    PoSFParalCartesianGrid3D field;
-    const float axis[] = {0, 1, 2, 3, 4, 5};
-    field.setGeometry(2, 2, 6, axis, axis, axis);
-    const float values[24] = {};
-    field.addValuesSet(0, values, "nodes");
-    field.addValuesSet(1, values, PoMeshProperty::PER_CELL, "cells");
-
-    field.setGeometry(2, 3, 4, axis, axis, axis);
-    EXPECT_EQ(field.getValue().getNumNodes(), 24);
-    EXPECT_NE(field.getValue().getValuesSet(0), nullptr);
-    EXPECT_EQ(field.getValue().getValuesSet(1), nullptr);
-}

@@ -79,8 +79,6 @@ protected:
     virtual void writeHeader(PiMeshSink& sink, const PbMesh& mesh) const = 0;
     virtual bool readHeader(PiMeshSource& source, PbMesh& mesh) const = 0;
 
-    // Removes the value and vector sets bound per cell from the held mesh.
-    void removePerCellSets(void);
     // Same header values and same sets.
     bool isSameMesh(const PbMesh& mesh) const;
     // The setValue rule for a mesh of the held class.

@@ -1,8 +1,6 @@
 #pragma once
-#include <Quillon/3Ddata/PbMesh2D.h>
 #include <Quillon/nodes/PoSFMesh.h>
 
-#include <type_traits>
 #include <utility>
 
 // What every mesh field has, for its mesh class MeshT: the held mesh, its
@@ -34,34 +32,20 @@ public:
 
     // Every setGeometry form of the mesh class, applied to the held mesh;
     // signals a change when the mesh took the new geometry (a refused one
-    // leaves it as it was).  Per-cell sets are dropped when the number of
-    // cells changes, as all sets are when the number of nodes does.
+    // leaves it as it was).  The mesh drops the sets that no longer fit.
     template <typename... Args>
     auto setGeometry(Args... args) -> decltype(std::declval<MeshT&>().setGeometry(args...)) {
         const unsigned int geometryId = m_mesh.getGeometryId();
-        const int numCells = m_mesh.getNumCells();
         m_mesh.setGeometry(args...);
-        if (m_mesh.getGeometryId() == geometryId)
-            return;
-        if (m_mesh.getNumCells() != numCells)
-            removePerCellSets();
-        valueChanged();
+        if (m_mesh.getGeometryId() != geometryId)
+            valueChanged();
     }
 
 protected:
     PbMesh* getMesh(void) override { return &m_mesh; }
     const PbMesh& getHeldMesh(void) const override { return m_mesh; }
     std::unique_ptr<PbMesh> newMesh(void) const override { return std::make_unique<MeshT>(1); }
-    void assignMesh(const PbMesh& mesh) override {
-        const MeshT& source = static_cast<const MeshT&>(mesh);
-        m_mesh = source;
-        if constexpr (std::is_base_of<PbMesh2D, MeshT>::value) {
-            // Assigning a flat mesh over one with z can leave a stale z
-            // array behind (an emptied array keeps its storage); flatten it.
-            if (!source.getZcoord() && m_mesh.getZcoord())
-                m_mesh.setZCoord(nullptr);
-        }
-    }
+    void assignMesh(const PbMesh& mesh) override { m_mesh = static_cast<const MeshT&>(mesh); }
     void writeHeader(PiMeshSink& sink, const PbMesh& mesh) const override {
         writeHeaderOf(sink, static_cast<const MeshT&>(mesh));
     }

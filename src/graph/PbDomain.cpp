@@ -24,6 +24,14 @@ void centreOn(float& lo, float& hi, float length) {
 bool isEmptyInterval(float lo, float hi) {
     return !(hi > lo);
 }
+
+// Posts why and returns false when the x or the y interval is empty.
+bool isValidFlatBox(float xmin, float ymin, float xmax, float ymax) {
+    if (!isEmptyInterval(xmin, xmax) && !isEmptyInterval(ymin, ymax))
+        return true;
+    PoDebugError::post("PbDomain::setDomain", "xmin >= xmax or ymin >= ymax !");
+    return false;
+}
 } // namespace
 
 PbDomain::PbDomain() = default;
@@ -60,37 +68,33 @@ PbDomain& PbDomain::operator=(const PbDomain& other) {
     return *this;
 }
 
-void PbDomain::setDomain(float xmin, float ymin, float xmax, float ymax, int boundingBoxType) {
-    if (isEmptyInterval(xmin, xmax) || isEmptyInterval(ymin, ymax)) {
-        PoDebugError::post("PbDomain::setDomain", "xmin >= xmax or ymin >= ymax !");
-        return;
-    }
-    setBox(SbVec3f(xmin, ymin, 0), SbVec3f(xmax, ymax, 1), boundingBoxType, 2);
+SbBool PbDomain::setDomain(float xmin, float ymin, float xmax, float ymax, int boundingBoxType) {
+    if (!isValidFlatBox(xmin, ymin, xmax, ymax))
+        return FALSE;
+    return setBox(SbVec3f(xmin, ymin, 0), SbVec3f(xmax, ymax, 1), boundingBoxType, 2);
 }
 
-void PbDomain::setDomain(float xmin, float ymin, float zmin, float xmax, float ymax, float zmax,
-                         int boundingBoxType) {
-    if (isEmptyInterval(xmin, xmax) || isEmptyInterval(ymin, ymax)) {
-        PoDebugError::post("PbDomain::setDomain", "xmin >= xmax or ymin >= ymax !");
-        return;
-    }
+SbBool PbDomain::setDomain(float xmin, float ymin, float zmin, float xmax, float ymax, float zmax,
+                           int boundingBoxType) {
+    if (!isValidFlatBox(xmin, ymin, xmax, ymax))
+        return FALSE;
     if (isEmptyInterval(zmin, zmax)) {
         PoDebugError::post("PbDomain::setDomain", "zmin >= zmax !");
-        return;
+        return FALSE;
     }
-    setBox(SbVec3f(xmin, ymin, zmin), SbVec3f(xmax, ymax, zmax), boundingBoxType, 3);
+    return setBox(SbVec3f(xmin, ymin, zmin), SbVec3f(xmax, ymax, zmax), boundingBoxType, 3);
 }
 
-void PbDomain::setDomain(const SbBox2f& box, int boundingBoxType) {
+SbBool PbDomain::setDomain(const SbBox2f& box, int boundingBoxType) {
     const SbVec2f& min = box.getMin();
     const SbVec2f& max = box.getMax();
-    setDomain(min[0], min[1], max[0], max[1], boundingBoxType);
+    return setDomain(min[0], min[1], max[0], max[1], boundingBoxType);
 }
 
-void PbDomain::setDomain(const SbBox3f& box, int boundingBoxType) {
+SbBool PbDomain::setDomain(const SbBox3f& box, int boundingBoxType) {
     const SbVec3f& min = box.getMin();
     const SbVec3f& max = box.getMax();
-    setDomain(min[0], min[1], min[2], max[0], max[1], max[2], boundingBoxType);
+    return setDomain(min[0], min[1], min[2], max[0], max[1], max[2], boundingBoxType);
 }
 
 void PbDomain::getDomain(float& xmin, float& ymin, float& xmax, float& ymax) const {
@@ -178,11 +182,11 @@ void PbDomain::print(FILE* fp) const {
 
 // Squares (or cubes) the first numAxes axes as the bounding-box type asks,
 // then stores the box and notifies.
-void PbDomain::setBox(SbVec3f min, SbVec3f max, int boundingBoxType, int numAxes) {
+SbBool PbDomain::setBox(SbVec3f min, SbVec3f max, int boundingBoxType, int numAxes) {
     if (boundingBoxType < AS_IS || boundingBoxType > MIN_BOUNDING_BOX) {
         PoDebugError::post("PbDomain::setDomain",
                            "unknown bounding box type %d (0, 1 or 2 expected)", boundingBoxType);
-        return;
+        return FALSE;
     }
     if (boundingBoxType != AS_IS) {
         const SbVec3f delta = max - min;
@@ -196,6 +200,7 @@ void PbDomain::setBox(SbVec3f min, SbVec3f max, int boundingBoxType, int numAxes
     storeBox(min, max);
     setChangeType(CHANGE);
     notifyChange();
+    return TRUE;
 }
 
 void PbDomain::storeBox(const SbVec3f& min, const SbVec3f& max) {

@@ -36,20 +36,17 @@ void PbNonLinearDataMapping2::setValues(Type type, int numValues, const float* v
         store(type, numValues, values, colors, transparencies);
 }
 
+// The HLS forms check what they convert, then take the RGB path.
 void PbNonLinearDataMapping2::setValues(Type type, int numValues, const float* values,
                                         const HLSColor* colors) {
     if (isValidInput(type, numValues, values, colors))
-        store(type, numValues, values, toRgb(type, numValues, colors).data(), nullptr);
+        setValues(type, numValues, values, toRgb(type, numValues, colors).data());
 }
 
 void PbNonLinearDataMapping2::setValues(Type type, int numValues, const float* values,
                                         const HLSColor* colors, const float* transparencies) {
-    if (!transparencies) {
-        PoDebugError::post("PbNonLinearDataMapping2::setValues", "null transparencies");
-        return;
-    }
     if (isValidInput(type, numValues, values, colors))
-        store(type, numValues, values, toRgb(type, numValues, colors).data(), transparencies);
+        setValues(type, numValues, values, toRgb(type, numValues, colors).data(), transparencies);
 }
 
 const float* PbNonLinearDataMapping2::getValuesList(int& numValues) const {

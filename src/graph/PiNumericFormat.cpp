@@ -62,9 +62,10 @@ int countDecimals(double x, int precision) {
 }
 
 // Decimals needed to write x with the significant-digit budget, x first
-// rounded to two significant digits when asked.
+// rounded to two significant digits when asked.  A number with more digits
+// than the budget is printed with none.
 int decimalsNeeded(double x, int digits, int rounding) {
-    const int precision = digits < 1 ? 4 : s_significantDigits - digits;
+    const int precision = digits < 1 ? 4 : std::max(0, s_significantDigits - digits);
     if (rounding) {
         const double factor = std::pow(10.0, 2 - digits);
         x = std::trunc(x * factor + 0.5) / factor;

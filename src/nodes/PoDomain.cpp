@@ -32,15 +32,17 @@ void PoDomain::setValues(const SbVec2f& minimum, const SbVec2f& maximum,
 void PoDomain::setValues(const SbVec3f& minimum, const SbVec3f& maximum,
                          PbDomain::BoundingBoxType boundingBoxType) {
     // The bounding-box type settles the box once; the fields keep the result.
+    // A box the domain rejects leaves the fields as they were.
+    const bool flat = minimum[2] == maximum[2];
     PbDomain shaped;
-    if (minimum[2] != maximum[2])
-        shaped.setDomain(minimum[0], minimum[1], minimum[2], maximum[0], maximum[1], maximum[2],
-                         boundingBoxType);
-    else
-        shaped.setDomain(minimum[0], minimum[1], maximum[0], maximum[1], boundingBoxType);
+    const SbBool accepted =
+        flat ? shaped.setDomain(minimum[0], minimum[1], maximum[0], maximum[1], boundingBoxType)
+             : shaped.setDomain(minimum[0], minimum[1], minimum[2], maximum[0], maximum[1],
+                                maximum[2], boundingBoxType);
+    if (!accepted)
+        return;
     float x0, y0, z0, x1, y1, z1;
     shaped.getDomain(x0, y0, z0, x1, y1, z1);
-    const bool flat = minimum[2] == maximum[2];
     min.setValue(x0, y0, flat ? minimum[2] : z0);
     max.setValue(x1, y1, flat ? maximum[2] : z1);
 }

@@ -105,35 +105,33 @@ TEST_F(PbDataMappingTest, HlsConversionRoundTrips) {
     EXPECT_FLOAT_EQ(mapping.getHLSColor(1)[0], 240);
 }
 
-TEST_F(PbDataMappingTest, PerLevelColoursTakeTheLevelOfTheValue) {
-    PbNonLinearDataMapping2 mapping;
-    const float values[] = {1, 2};
-    const SbColor colors[] = {red, green, blue};
-    const float transparencies[] = {0.1f, 0.2f, 0.3f};
-    mapping.setValues(PbNonLinearDataMapping2::NON_LINEAR_PER_LEVEL, 2, values, colors,
-                      transparencies);
-    float transparency = 0;
-    EXPECT_TRUE(colorIs(mapping.getRGBColor(0.5f), red));
-    EXPECT_TRUE(colorIs(mapping.getRGBColor(1, transparency), green));
-    EXPECT_FLOAT_EQ(transparency, 0.2f);
-    EXPECT_TRUE(colorIs(mapping.getRGBColor(1.5f), green));
-    EXPECT_TRUE(colorIs(mapping.getRGBColor(2), blue));
-    EXPECT_TRUE(colorIs(mapping.getRGBColor(7, transparency), blue));
-    EXPECT_FLOAT_EQ(transparency, 0.3f);
-}
-
-TEST_F(PbDataMappingTest, LinearPerLevelInterpolatesWithinAndBeyondTheIntervals) {
-    PbNonLinearDataMapping2 mapping;
+TEST_F(PbDataMappingTest, PiecewiseMappingsTakeTheLevelOrInterpolate) {
+    const auto perLevel = PbNonLinearDataMapping2::NON_LINEAR_PER_LEVEL;
+    const auto linear = PbNonLinearDataMapping2::LINEAR_PER_LEVEL;
     const float values[] = {1, 2, 4};
-    const SbColor colors[] = {black, white, black};
-    mapping.setValues(PbNonLinearDataMapping2::LINEAR_PER_LEVEL, 2, values, colors);
-    EXPECT_TRUE(colorIs(mapping.getRGBColor(0), black));
-    EXPECT_TRUE(colorIs(mapping.getRGBColor(1.5f), grey));
-    EXPECT_TRUE(colorIs(mapping.getRGBColor(5), white));
-    mapping.setValues(PbNonLinearDataMapping2::LINEAR_PER_LEVEL, 3, values, colors);
-    EXPECT_TRUE(colorIs(mapping.getRGBColor(3), grey));
-    EXPECT_TRUE(colorIs(mapping.getRGBColor(2), white));
-    EXPECT_TRUE(colorIs(mapping.getRGBColor(0.5f), black));
+    const SbColor levels[] = {red, green, blue}, ramp[] = {black, white, black};
+    const float transparencies[] = {0.1f, 0.2f, 0.3f};
+    const struct {
+        PbNonLinearDataMapping2::Type type;
+        int numValues;
+        const SbColor* colors;
+        float value;
+        SbColor color;
+        float transparency;
+    } cases[] = {{perLevel, 2, levels, 0.5f, red, 0.1f},   {perLevel, 2, levels, 1, green, 0.2f},
+                 {perLevel, 2, levels, 1.5f, green, 0.2f}, {perLevel, 2, levels, 2, blue, 0.3f},
+                 {perLevel, 2, levels, 7, blue, 0.3f},     {linear, 2, ramp, 0, black, 0},
+                 {linear, 2, ramp, 1.5f, grey, 0.15f},     {linear, 2, ramp, 5, white, 0.5f},
+                 {linear, 3, ramp, 0.5f, black, 0.05f},    {linear, 3, ramp, 2, white, 0.2f},
+                 {linear, 3, ramp, 3, grey, 0.25f}};
+    PbNonLinearDataMapping2 mapping;
+    for (const auto& c : cases) {
+        mapping.setValues(c.type, c.numValues, values, c.colors, transparencies);
+        float transparency = -1;
+        EXPECT_TRUE(colorIs(mapping.getRGBColor(c.value, transparency), c.color))
+            << c.type << " at " << c.value;
+        EXPECT_NEAR(transparency, c.transparency, 1e-6f) << c.type << " at " << c.value;
+    }
 }
 
 TEST_F(PbDataMappingTest, UnsortedValuesKeepTheirColours) {

@@ -17,6 +17,20 @@ IsoList listOf(const PbIsovaluesList& list) {
     result.values.assign(values, values + count);
     return result;
 }
+// A value with the index, lower and upper isovalue the list gives it.
+struct Query {
+    float value;
+    int index;
+    float lower, upper;
+};
+
+void expectQueries(const PbIsovaluesList& list, std::initializer_list<Query> queries) {
+    for (const Query& q : queries) {
+        EXPECT_EQ(list.getIndex(q.value), q.index) << q.value;
+        EXPECT_EQ(list.getLowerIsovalue(q.value), q.lower) << q.value;
+        EXPECT_EQ(list.getUpperIsovalue(q.value), q.upper) << q.value;
+    }
+}
 } // namespace
 
 using PbIsovaluesListTest = PbDataObjectTest;
@@ -27,17 +41,13 @@ TEST_F(PbIsovaluesListTest, DefaultListIndexesAndNeighbours) {
     EXPECT_EQ(iso.values, (std::vector<float>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
     EXPECT_EQ(iso.step, 1);
     EXPECT_EQ(iso.regular, 1);
-    EXPECT_EQ(list.getIndex(5), 4);
-    EXPECT_EQ(list.getIndex(5.5f), 5);
-    EXPECT_EQ(list.getIndex(0), 0);
-    EXPECT_EQ(list.getIndex(1), 0);
-    EXPECT_EQ(list.getIndex(10), 9);
-    EXPECT_EQ(list.getIndex(11), 10);
-    EXPECT_EQ(list.getLowerIsovalue(0.5f), -1e20f);
-    EXPECT_EQ(list.getLowerIsovalue(4.5f), 4);
-    EXPECT_EQ(list.getUpperIsovalue(4.5f), 5);
-    EXPECT_EQ(list.getUpperIsovalue(10), 10);
-    EXPECT_EQ(list.getUpperIsovalue(10.5f), 1e20f);
+    expectQueries(list, {{0, 0, -1e20f, 1},
+                         {1, 0, 1, 1},
+                         {4.5f, 4, 4, 5},
+                         {5, 4, 5, 5},
+                         {5.5f, 5, 5, 6},
+                         {10, 9, 10, 10},
+                         {11, 10, 10, 1e20f}});
 }
 
 TEST_F(PbIsovaluesListTest, IrregularListsAreSortedAndSearched) {
@@ -56,13 +66,12 @@ TEST_F(PbIsovaluesListTest, IrregularListsAreSortedAndSearched) {
     EXPECT_EQ(iso.step, 1);
     EXPECT_EQ(iso.min, 1);
     EXPECT_EQ(iso.max, 8);
-    EXPECT_EQ(list.getIndex(0), 0);
-    EXPECT_EQ(list.getIndex(2), 1);
-    EXPECT_EQ(list.getIndex(3), 2);
-    EXPECT_EQ(list.getIndex(8), 3);
-    EXPECT_EQ(list.getIndex(9), 4);
-    EXPECT_EQ(list.getLowerIsovalue(7.9f), 4);
-    EXPECT_EQ(list.getUpperIsovalue(2.1f), 4);
+    expectQueries(list, {{0, 0, -1e20f, 1},
+                         {2, 1, 2, 2},
+                         {2.1f, 2, 2, 4},
+                         {7.9f, 3, 4, 8},
+                         {8, 3, 8, 8},
+                         {9, 4, 8, 1e20f}});
 }
 
 TEST_F(PbIsovaluesListTest, RegularListsFromBoundsStartsAndValues) {
@@ -74,8 +83,7 @@ TEST_F(PbIsovaluesListTest, RegularListsFromBoundsStartsAndValues) {
     EXPECT_FLOAT_EQ(iso.step, 10.0f / 3);
     list.setRegularIsoList(1.0f, 0.25f, 4);
     EXPECT_EQ(listOf(list).values, (std::vector<float>{0.25f, 0.5f, 0.75f, 1}));
-    EXPECT_EQ(list.getIndex(0.5f), 1);
-    EXPECT_EQ(list.getIndex(0.6f), 2);
+    expectQueries(list, {{0.5f, 1, 0.5f, 0.5f}, {0.6f, 2, 0.5f, 0.75f}});
     list.setRegularIsoList(3);
     EXPECT_EQ(listOf(list).values, (std::vector<float>{0.25f, 0.625f, 1}));
     list.setRegularIsoList(0, 1);
@@ -113,9 +121,7 @@ TEST_F(PbIsovaluesListTest, BadCountsAreRejectedWithoutChangeOrNotification) {
     EXPECT_EQ(listOf(list).values.size(), 10u);
     EXPECT_TRUE(kit->notifications.empty());
     list.setIrregularIsoList(0, nullptr);
-    EXPECT_EQ(list.getIndex(3), 0);
-    EXPECT_EQ(list.getLowerIsovalue(3), -1e20f);
-    EXPECT_EQ(list.getUpperIsovalue(3), 1e20f);
+    expectQueries(list, {{3, 0, -1e20f, 1e20f}});
     list.isoListDependsOnRep(1);
     EXPECT_EQ(list.isIsoListDependsOnRep(), 1);
     EXPECT_EQ(changes(), std::vector<PbBase::ChangeType>(2, PbBase::CHANGE));

@@ -19,42 +19,47 @@ PiNumericFormat automatic(float min, float max, float step, int rounding = 0) {
 
 using PiNumericFormatTest = PbDataObjectTest;
 
-TEST_F(PiNumericFormatTest, AutomaticFormatChoosesEngineeringPowers) {
-    const PiNumericFormat zero = automatic(0, 0, 0);
-    EXPECT_STREQ(zero.getPrintFormat(), "%d");
-    EXPECT_EQ(text(zero, 0), "0");
-
-    const PiNumericFormat thousands = automatic(0, 2000, 250);
-    EXPECT_EQ(thousands.getTenPower(), 3);
-    EXPECT_EQ(thousands.getNumDecimal(), 2);
-    EXPECT_TRUE(thousands.isFloatingPointFormat());
-    EXPECT_EQ(text(thousands, 1500), "1.50");
-
-    const PiNumericFormat hundredths = automatic(0, 0.05f, 0.01f);
-    EXPECT_EQ(hundredths.getTenPower(), -3);
-    EXPECT_STREQ(hundredths.getPrintFormat(), "%d");
-    EXPECT_EQ(text(hundredths, 0.05f), "50");
-
-    EXPECT_EQ(automatic(0, 999, 1).getTenPower(), 0);
-    EXPECT_EQ(automatic(0, 0.1f, 0.1f).getTenPower(), 0);
-    EXPECT_EQ(automatic(0, 1e6f, 1e5f).getTenPower(), 6);
-    EXPECT_EQ(automatic(0, 0.0005f, 0.0001f).getTenPower(), -6);
+TEST_F(PiNumericFormatTest, AutomaticFormatChoosesPowerAndDecimals) {
+    const struct {
+        float min, max, step;
+        int rounding, tenPower, numDecimal;
+    } cases[] = {{0, 0, 0, 0, 0, 0},
+                 // Engineering powers from the largest magnitude.
+                 {0, 2000, 250, 0, 3, 2},
+                 {0, 0.05f, 0.01f, 0, -3, 0},
+                 {0, 999, 1, 0, 0, 0},
+                 {0, 0.1f, 0.1f, 0, 0, 1},
+                 {0, 1e6f, 1e5f, 0, 6, 1},
+                 {0, 0.0005f, 0.0001f, 0, -6, 0},
+                 // Trailing zeros and a trailing run of nines are dropped; a dropped
+                 // zero ends the run.
+                 {0, 1, 2.5f, 0, 0, 1},
+                 {0, 1, 0.19999f, 0, 0, 1},
+                 {0, 1, 0.1990f, 0, 0, 3},
+                 {0, 1, 0.1999f, 0, 0, 1},
+                 {0, 1, 0.1099f, 0, 0, 1},
+                 {0, 1, 0.123f, 0, 0, 3},
+                 {0, 1, 0.123f, 1, 0, 2}, // step rounded to 0.12
+                 {0, 1, 123456, 0, 0, 0}, // more digits than the budget
+                 // The minimum joins the step in the decimals, the maximum does not.
+                 {0.5f, 100, 1, 0, 0, 1},
+                 {100, 0.5f, 1, 0, 0, 0},
+                 {-0.25f, 10, 5, 0, 0, 2}};
+    for (const auto& c : cases) {
+        const PiNumericFormat format = automatic(c.min, c.max, c.step, c.rounding);
+        SCOPED_TRACE(testing::Message() << c.min << " " << c.max << " " << c.step);
+        EXPECT_EQ(format.getTenPower(), c.tenPower);
+        EXPECT_EQ(format.getNumDecimal(), c.numDecimal);
+        EXPECT_EQ(format.isFloatingPointFormat(), c.numDecimal != 0);
+    }
 }
 
-TEST_F(PiNumericFormatTest, DecimalsDropTrailingZerosAndARunOfNines) {
-    EXPECT_EQ(automatic(0, 1, 2.5f).getNumDecimal(), 1);
-    EXPECT_EQ(automatic(0, 1, 0.19999f).getNumDecimal(), 1);
-    EXPECT_EQ(automatic(0, 1, 0.1990f).getNumDecimal(), 3);
-    EXPECT_EQ(automatic(0, 1, 0.1999f).getNumDecimal(), 1);
-    EXPECT_EQ(automatic(0, 1, 0.1099f).getNumDecimal(), 1); // the zero is dropped too
-    EXPECT_EQ(automatic(0, 1, 0.123f).getNumDecimal(), 3);
-    EXPECT_EQ(automatic(0, 1, 0.123f, 1).getNumDecimal(), 2); // step rounded to 0.12
-}
-
-TEST_F(PiNumericFormatTest, OnlyTheMinimumJoinsTheStepInTheDecimals) {
-    EXPECT_EQ(automatic(0.5f, 100, 1).getNumDecimal(), 1);
-    EXPECT_EQ(automatic(100, 0.5f, 1).getNumDecimal(), 0);
-    EXPECT_EQ(automatic(-0.25f, 10, 5).getNumDecimal(), 2);
+TEST_F(PiNumericFormatTest, AutomaticFormatPrintsScaledValues) {
+    EXPECT_EQ(text(automatic(0, 0, 0), 0), "0");
+    EXPECT_STREQ(automatic(0, 2000, 250).getPrintFormat(), "%.2f");
+    EXPECT_EQ(text(automatic(0, 2000, 250), 1500), "1.50");
+    EXPECT_STREQ(automatic(0, 0.05f, 0.01f).getPrintFormat(), "%d");
+    EXPECT_EQ(text(automatic(0, 0.05f, 0.01f), 0.05f), "50");
 }
 
 TEST_F(PiNumericFormatTest, IntegersRoundHalfAwayFromZero) {

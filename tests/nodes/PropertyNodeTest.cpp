@@ -1,18 +1,35 @@
 #include <Quillon/PoQuillon.h>
+#include <Quillon/graph/PbMiscTextAttr.h>
+#include <Quillon/graph/PbNumericDisplayFormat.h>
 #include <Quillon/graph/PoBase.h>
 #include <Quillon/nodes/PoBevelEdge.h>
 #include <Quillon/nodes/PoBevelEdgeElement.h>
 #include <Quillon/nodes/PoCellFilterElement.h>
 #include <Quillon/nodes/PoCircularProfile.h>
 #include <Quillon/nodes/PoCoordinateListFilter.h>
+#include <Quillon/nodes/PoDataMappingElement.h>
+#include <Quillon/nodes/PoDateFormatMapping.h>
+#include <Quillon/nodes/PoDateFormatMappingElement.h>
+#include <Quillon/nodes/PoDomain.h>
+#include <Quillon/nodes/PoDomainElement.h>
 #include <Quillon/nodes/PoEllipticProfile.h>
 #include <Quillon/nodes/PoIndexListFilter.h>
 #include <Quillon/nodes/PoIntervalCellFilter.h>
+#include <Quillon/nodes/PoIsovaluesList.h>
+#include <Quillon/nodes/PoIsovaluesListElement.h>
 #include <Quillon/nodes/PoLabelHints.h>
 #include <Quillon/nodes/PoLabelHintsElement.h>
+#include <Quillon/nodes/PoLinearDataMapping.h>
 #include <Quillon/nodes/PoMesh1DFilterElement.h>
 #include <Quillon/nodes/PoMesh1DHints.h>
 #include <Quillon/nodes/PoMesh1DHintsElement.h>
+#include <Quillon/nodes/PoMeshElement.h>
+#include <Quillon/nodes/PoMiscTextAttr.h>
+#include <Quillon/nodes/PoMiscTextAttrElement.h>
+#include <Quillon/nodes/PoNonLinearDataMapping.h>
+#include <Quillon/nodes/PoNonLinearDataMapping2.h>
+#include <Quillon/nodes/PoNumericDisplayFormat.h>
+#include <Quillon/nodes/PoNumericDisplayFormatElement.h>
 #include <Quillon/nodes/PoPeriodFilter.h>
 #include <Quillon/nodes/PoPeriodIndexFilter.h>
 #include <Quillon/nodes/PoProfileCoordinate2.h>
@@ -20,18 +37,29 @@
 #include <Quillon/nodes/PoSquareProfile.h>
 
 #include "support/ErrorRecorder.h"
+#include "support/HeadlessRender.h"
+#include "support/RecordingKit.h"
 #include "support/SceneIO.h"
 
+#include <Inventor/SoOutput.h>
+#include <Inventor/SoPath.h>
 #include <Inventor/actions/SoAudioRenderAction.h>
 #include <Inventor/actions/SoCallbackAction.h>
+#include <Inventor/actions/SoGLRenderAction.h>
 #include <Inventor/actions/SoGetBoundingBoxAction.h>
-#include <Inventor/caches/SoCache.h>
+#include <Inventor/actions/SoGetMatrixAction.h>
+#include <Inventor/actions/SoGetPrimitiveCountAction.h>
+#include <Inventor/actions/SoHandleEventAction.h>
+#include <Inventor/actions/SoRayPickAction.h>
+#include <Inventor/actions/SoSearchAction.h>
+#include <Inventor/actions/SoWriteAction.h>
 #include <Inventor/nodes/SoCallback.h>
 #include <Inventor/nodes/SoSeparator.h>
 
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 namespace {
@@ -39,23 +67,85 @@ std::vector<int> toVector(const PbArrayOfInt& array) {
     return std::vector<int>(array.get(), array.get() + array.getNum());
 }
 
-// Records, at the callback's place in the graph, what a probe reads from
-// the state of each action reaching it.
-class StateProbe {
-public:
-    explicit StateProbe(std::function<void(SoState*)> read) : m_read(std::move(read)) {
-        m_node = new SoCallback;
-        m_node->setCallback(&StateProbe::reached, this);
-    }
-    SoCallback* node() const { return m_node; }
+// Runs a function on the state of each action that reaches the callback.
+SoCallback* probe(std::function<void(SoState*)>& read) {
+    auto* node = new SoCallback;
+    node->setCallback(
+        [](void* data, SoAction* action) {
+            (*static_cast<std::function<void(SoState*)>*>(data))(action->getState());
+        },
+        &read);
+    return node;
+}
 
-private:
-    static void reached(void* data, SoAction* action) {
-        static_cast<StateProbe*>(data)->m_read(action->getState());
-    }
-    std::function<void(SoState*)> m_read;
-    SoCallback* m_node;
+// What the library's elements hold at one place of the graph.
+struct Snapshot {
+    const void* dataMapping;
+    const PbDomain* domain;
+    const void* isovalues;
+    const PbMiscTextAttr* textAttributes;
+    const PbNumericDisplayFormat* format;
+    const void* dates;
+    const void* cellFilter;
+    const void* lineFilter;
+    const void* profile;
+    PoMesh1DHints::GeomInterpretation hints;
+    int bevelOn;
+    float bevelRadius;
+    PoBevelEdge::RadiusFlag bevelRadiusFlag;
+    float bevelAngle;
+    PoLabelHints::LabelPath labelPath;
+    PoLabelHints::Justification justification;
+    SbString labelText;
+    int labelStep;
+    int firstLabel;
 };
+
+Snapshot snapshotOf(SoState* state) {
+    Snapshot s;
+    s.dataMapping = PoDataMappingElement::get(state);
+    s.domain = PoDomainElement::get(state);
+    s.isovalues = PoIsovaluesListElement::get(state);
+    s.textAttributes = PoMiscTextAttrElement::get(state);
+    s.format = PoNumericDisplayFormatElement::get(state);
+    s.dates = PoDateFormatMappingElement::get(state);
+    s.cellFilter = PoCellFilterElement::get(state);
+    s.lineFilter = PoMesh1DFilterElement::get(state);
+    s.profile = PoProfileElement::get(state);
+    s.hints = PoMesh1DHintsElement::get(state);
+    PoBevelEdgeElement::get(state, s.bevelOn, s.bevelRadius, s.bevelRadiusFlag, s.bevelAngle);
+    s.labelStep = PoLabelHintsElement::get(state, s.labelPath, s.justification, s.labelText);
+    s.firstLabel = PoLabelHintsElement::getFirstLabel(state);
+    return s;
+}
+
+void expectDefaults(const Snapshot& s) {
+    EXPECT_EQ(s.dataMapping, nullptr);
+    ASSERT_NE(s.domain, nullptr);
+    EXPECT_EQ(s.domain->getDeltaX(), 1);
+    EXPECT_EQ(s.isovalues, nullptr);
+    ASSERT_NE(s.textAttributes, nullptr);
+    EXPECT_TRUE(s.textAttributes->isOutliningEnabled());
+    ASSERT_NE(s.format, nullptr);
+    PbNumericDisplayFormat::FormatType type = PbNumericDisplayFormat::FLOAT_FORMAT;
+    int tenPower = -1, numDecimal = -1;
+    s.format->getFormat(type, tenPower, numDecimal);
+    EXPECT_EQ(type, PbNumericDisplayFormat::AUTO_FORMAT);
+    EXPECT_EQ(tenPower + numDecimal, 0);
+    EXPECT_EQ(s.dates, nullptr);
+    EXPECT_EQ(s.cellFilter, nullptr);
+    EXPECT_EQ(s.lineFilter, nullptr);
+    EXPECT_EQ(s.profile, nullptr);
+    EXPECT_EQ(s.hints, PoMesh1DHintsElement::getDefault());
+    EXPECT_EQ(s.bevelOn, 1);
+    EXPECT_FLOAT_EQ(s.bevelRadius, 0.05f);
+    EXPECT_EQ(s.bevelRadiusFlag, PoBevelEdge::RELATIVE_RADIUS);
+    EXPECT_FLOAT_EQ(s.bevelAngle, 0.5f);
+    EXPECT_EQ(s.labelPath, PoLabelHints::PATH_DEPEND);
+    EXPECT_EQ(s.justification, PoLabelHints::JUSTIFICATION_DEPEND);
+    EXPECT_EQ(s.labelText.getLength(), 0);
+    EXPECT_EQ(s.labelStep + s.firstLabel, 0);
+}
 } // namespace
 
 class PropertyNodeTest : public ::testing::Test {
@@ -70,8 +160,216 @@ protected:
         PoBase::setNodeWriteFormat(PoBase::FOLD_NODE_WRITE_FORMAT);
         PoQuillon::finish();
     }
+    void traverse() {
+        SoCallbackAction action;
+        action.apply(root);
+    }
     SoSeparator* root = nullptr;
 };
+
+// The nodes that carry a data object: their fields reach the object lazily.
+using DataNodeTest = PropertyNodeTest;
+
+TEST_F(PropertyNodeTest, ElementsHoldWhatTheNodesAboveSetWithinTheirSeparator) {
+    auto* mapping = new PoLinearDataMapping;
+    auto* domain = new PoDomain;
+    auto* isovalues = new PoIsovaluesList;
+    auto* text = new PoMiscTextAttr;
+    text->outliningEnabled = FALSE;
+    auto* format = new PoNumericDisplayFormat;
+    format->formatType = PoNumericDisplayFormat::FLOAT_FORMAT;
+    auto* dates = new PoDateFormatMapping;
+    auto* cellFilter = new PoIntervalCellFilter;
+    auto* lineFilter = new PoPeriodFilter;
+    auto* profile = new PoSquareProfile;
+    auto* hints = new PoMesh1DHints;
+    hints->geomInterpretation = PoMesh1DHints::STAIRS_Y;
+    auto* bevel = new PoBevelEdge;
+    bevel->on = FALSE;
+    bevel->radius = 0.2f;
+    bevel->radiusFlag = PoBevelEdge::ABSOLUTE_RADIUS;
+    bevel->angle = 0.75f;
+    auto* label = new PoLabelHints;
+    label->labelPath = PoLabelHints::PATH_UP;
+    label->justification = PoLabelHints::CENTER;
+    label->labelText = "T (K)";
+    label->labelStep = 3;
+    label->firstLabel = 2;
+
+    std::vector<Snapshot> seen;
+    std::function<void(SoState*)> record = [&](SoState* state) {
+        seen.push_back(snapshotOf(state));
+    };
+    auto* inner = new SoSeparator;
+    for (SoNode* node :
+         std::initializer_list<SoNode*>{mapping, domain, isovalues, text, format, dates, cellFilter,
+                                        lineFilter, profile, hints, bevel, label, probe(record)})
+        inner->addChild(node);
+    root->addChild(probe(record));
+    root->addChild(inner);
+    root->addChild(probe(record));
+    traverse();
+
+    ASSERT_EQ(seen.size(), 3u);
+    expectDefaults(seen[0]);
+    expectDefaults(seen[2]);
+    EXPECT_EQ(seen[0].domain, seen[2].domain);
+    const Snapshot& s = seen[1];
+    EXPECT_EQ(s.dataMapping, mapping->getDataMapping());
+    EXPECT_EQ(s.domain, domain->getDomain());
+    EXPECT_EQ(s.isovalues, isovalues->getIsovaluesList());
+    EXPECT_EQ(s.textAttributes, text->getMiscTextAttr());
+    EXPECT_FALSE(s.textAttributes->isOutliningEnabled());
+    EXPECT_EQ(s.format, format->getFormat());
+    EXPECT_EQ(s.dates, dates->getDateFormatMapping());
+    EXPECT_EQ(s.cellFilter, cellFilter);
+    EXPECT_EQ(s.lineFilter, lineFilter);
+    EXPECT_EQ(s.profile, profile);
+    EXPECT_EQ(s.hints, PoMesh1DHints::STAIRS_Y);
+    EXPECT_EQ(s.bevelOn, 0);
+    EXPECT_FLOAT_EQ(s.bevelRadius, 0.2f);
+    EXPECT_EQ(s.bevelRadiusFlag, PoBevelEdge::ABSOLUTE_RADIUS);
+    EXPECT_FLOAT_EQ(s.bevelAngle, 0.75f);
+    EXPECT_EQ(s.labelPath, PoLabelHints::PATH_UP);
+    EXPECT_EQ(s.justification, PoLabelHints::CENTER);
+    EXPECT_EQ(s.labelText, SbString("T (K)"));
+    EXPECT_EQ(s.labelStep, 3);
+    EXPECT_EQ(s.firstLabel, 2);
+}
+
+TEST_F(PropertyNodeTest, ElementsLiveInExactlyTheNineActionsOfTheLibraryState) {
+    const int stackIndices[] = {PoDataMappingElement::getClassStackIndex(),
+                                PoDomainElement::getClassStackIndex(),
+                                PoIsovaluesListElement::getClassStackIndex(),
+                                PoMeshElement::getClassStackIndex(),
+                                PoMiscTextAttrElement::getClassStackIndex(),
+                                PoNumericDisplayFormatElement::getClassStackIndex(),
+                                PoDateFormatMappingElement::getClassStackIndex(),
+                                PoCellFilterElement::getClassStackIndex(),
+                                PoMesh1DFilterElement::getClassStackIndex(),
+                                PoProfileElement::getClassStackIndex(),
+                                PoMesh1DHintsElement::getClassStackIndex(),
+                                PoBevelEdgeElement::getClassStackIndex(),
+                                PoLabelHintsElement::getClassStackIndex()};
+    auto* hints = new PoMesh1DHints;
+    hints->geomInterpretation = PoMesh1DHints::STAIRS_X;
+    std::vector<PoMesh1DHints::GeomInterpretation> seen;
+    std::function<void(SoState*)> record = [&](SoState* state) {
+        seen.push_back(PoMesh1DHintsElement::get(state));
+    };
+    root->addChild(new PoSquareProfile);
+    root->addChild(hints);
+    root->addChild(probe(record));
+    // Applied to the path to the probe: some actions traverse no further.
+    SoPath* toProbe = new SoPath(root);
+    toProbe->ref();
+    toProbe->append(2);
+
+    const SbViewportRegion viewport(100, 100);
+    SoOutput discarded;
+    ASSERT_TRUE(discarded.openFile("/dev/null"));
+    std::unique_ptr<SoAction> carrying[] = {std::make_unique<SoCallbackAction>(),
+                                            std::make_unique<SoGLRenderAction>(viewport),
+                                            std::make_unique<SoGetMatrixAction>(viewport),
+                                            std::make_unique<SoSearchAction>(),
+                                            std::make_unique<SoGetBoundingBoxAction>(viewport),
+                                            std::make_unique<SoWriteAction>(&discarded),
+                                            std::make_unique<SoHandleEventAction>(viewport),
+                                            std::make_unique<SoRayPickAction>(viewport),
+                                            std::make_unique<SoGetPrimitiveCountAction>()};
+    for (const auto& action : carrying) {
+        const char* name = action->getTypeId().getName().getString();
+        for (int stackIndex : stackIndices)
+            EXPECT_TRUE(action->getState()->isElementEnabled(stackIndex)) << name;
+        // Rendering needs a context: it is traversed below when one can be had.
+        if (action->isOfType(SoGLRenderAction::getClassTypeId()))
+            continue;
+        seen.clear();
+        action->apply(toProbe);
+        EXPECT_EQ(seen, std::vector<PoMesh1DHints::GeomInterpretation>{PoMesh1DHints::STAIRS_X})
+            << name;
+    }
+    std::string whyNot;
+    if (canRenderHeadless(whyNot)) {
+        seen.clear();
+        renderHeadless(root);
+        EXPECT_FALSE(seen.empty());
+        for (PoMesh1DHints::GeomInterpretation interpretation : seen)
+            EXPECT_EQ(interpretation, PoMesh1DHints::STAIRS_X);
+    }
+    // Any other action leaves the library's state alone.
+    SoAudioRenderAction other;
+    for (int stackIndex : stackIndices)
+        EXPECT_FALSE(other.getState()->isElementEnabled(stackIndex));
+    other.apply(toProbe);
+    toProbe->unref();
+}
+
+TEST_F(PropertyNodeTest, UnfoldedWriteFormatOmitsPropertyNodes) {
+    root->addChild(new PoBevelEdge);
+    EXPECT_NE(SceneIO::write(root).find("PoBevelEdge"), std::string::npos);
+    PoBase::setNodeWriteFormat(PoBase::UNFOLD_NODE_WRITE_FORMAT);
+    EXPECT_EQ(SceneIO::write(root).find("PoBevelEdge"), std::string::npos);
+}
+
+TEST_F(PropertyNodeTest, NodesRoundTripThroughSceneFiles) {
+    auto* linear = new PoLinearDataMapping;
+    linear->color2 = SbColor(0.25f, 0.5f, 1);
+    linear->maxThresholdEnabled = TRUE;
+    auto* levels = new PoNonLinearDataMapping2;
+    levels->value.set1Value(1, 3.5f);
+    levels->type = PoNonLinearDataMapping2::NON_LINEAR_PER_LEVEL;
+    auto* domain = new PoDomain;
+    domain->max = SbVec3f(2, 3, 4);
+    domain->transformType = PoDomain::SCALE_MAX_XYZ_FIXED;
+    auto* format = new PoNumericDisplayFormat;
+    format->formatType = PoNumericDisplayFormat::INTEGER_FORMAT;
+    auto* text = new PoMiscTextAttr;
+    text->endLineChar = '/';
+    auto* list = new PoIsovaluesList;
+    list->setRegularIsoList(1.0f, 2.0f, 3);
+    auto* dates = new PoDateFormatMapping;
+    dates->format = "%d/%m/%Y";
+    auto* bevel = new PoBevelEdge;
+    bevel->radiusFlag = PoBevelEdge::ABSOLUTE_RADIUS;
+    auto* label = new PoLabelHints;
+    label->labelPath = PoLabelHints::PATH_UP;
+    label->labelText = "T (K)";
+    auto* interval = new PoIntervalCellFilter;
+    interval->in = FALSE;
+    auto* profile = new PoProfileCoordinate2;
+    profile->point.set1Value(0, SbVec2f(0.5f, 0.25f));
+    auto* indices = new PoIndexListFilter;
+    indices->index.set1Value(0, 4);
+    SoNode* nodes[] = {linear,
+                       levels,
+                       domain,
+                       format,
+                       text,
+                       list,
+                       dates,
+                       new PoNonLinearDataMapping,
+                       bevel,
+                       label,
+                       interval,
+                       profile,
+                       indices,
+                       new PoMesh1DHints,
+                       new PoCircularProfile,
+                       new PoPeriodFilter,
+                       new PoCoordinateListFilter};
+    for (SoNode* node : nodes) {
+        node->ref();
+        for (bool binary : {false, true}) {
+            SoNode* copy = SceneIO::roundTrip(node, binary);
+            ASSERT_NE(copy, nullptr) << node->getTypeId().getName().getString();
+            copy->ref();
+            EXPECT_TRUE(SceneIO::sameFields(node, copy)) << node->getTypeId().getName().getString();
+            copy->unref();
+        }
+        node->unref();
+    }
+}
 
 TEST_F(PropertyNodeTest, IntervalCellFilterUsesAClosedInterval) {
     auto* filter = new PoIntervalCellFilter;
@@ -88,6 +386,7 @@ TEST_F(PropertyNodeTest, IntervalCellFilterUsesAClosedInterval) {
 }
 
 TEST_F(PropertyNodeTest, LineMeshFiltersChooseNodes) {
+    ErrorRecorder errors;
     const float x[] = {0.0f, 0.4f, 0.9f, 1.2f, 2.6f, 2.7f, 3.1f};
     auto* byIndex = new PoPeriodIndexFilter;
     root->addChild(byIndex);
@@ -110,19 +409,12 @@ TEST_F(PropertyNodeTest, LineMeshFiltersChooseNodes) {
     const float targets[] = {2.62f, 1.0f};
     nearest->coordinate.setValues(0, 2, targets);
     EXPECT_EQ(toVector(nearest->getFilteredIndices(7, x)), (std::vector<int>{2, 4}));
-}
 
-TEST_F(PropertyNodeTest, InvalidPeriodsAreReportedAndKeepNothing) {
-    ErrorRecorder errors;
-    auto* byIndex = new PoPeriodIndexFilter;
-    root->addChild(byIndex);
+    // Periods that cannot step forward are reported and keep nothing.
     byIndex->period = 0;
     EXPECT_EQ(byIndex->getFilteredIndices(5, nullptr).getNum(), 0);
-    auto* period = new PoPeriodFilter;
-    root->addChild(period);
     period->period = -1.0f;
-    const float x[] = {0.0f, 1.0f};
-    EXPECT_EQ(period->getFilteredIndices(2, x).getNum(), 0);
+    EXPECT_EQ(period->getFilteredIndices(7, x).getNum(), 0);
     EXPECT_EQ(errors.messages().size(), 2u);
     EXPECT_TRUE(errors.contains("Quillon error in PoPeriodIndexFilter::getFilteredIndices(): "));
 }
@@ -160,138 +452,128 @@ TEST_F(PropertyNodeTest, ProfilesGiveTheirOutline) {
     EXPECT_TRUE(circle->isClosed());
 }
 
-TEST_F(PropertyNodeTest, ElementsHoldDefaultsWhenNoNodeWasMet) {
-    std::vector<int> seen;
-    StateProbe probe([&](SoState* state) {
-        int on = 0;
-        float radius = 0, angle = 0;
-        PoBevelEdge::RadiusFlag flag = PoBevelEdge::ABSOLUTE_RADIUS;
-        PoBevelEdgeElement::get(state, on, radius, flag, angle);
-        EXPECT_EQ(on, 1);
-        EXPECT_FLOAT_EQ(radius, 0.05f);
-        EXPECT_EQ(flag, PoBevelEdge::RELATIVE_RADIUS);
-        EXPECT_FLOAT_EQ(angle, 0.5f);
-        PoLabelHints::LabelPath path;
-        PoLabelHints::Justification justification;
-        SbString text("x");
-        EXPECT_EQ(PoLabelHintsElement::get(state, path, justification, text), 0);
-        EXPECT_EQ(path, 4);
-        EXPECT_EQ(justification, 3);
-        EXPECT_EQ(text.getLength(), 0);
-        EXPECT_EQ(PoMesh1DHintsElement::get(state), PoMesh1DHintsElement::getDefault());
-        EXPECT_EQ(PoProfileElement::get(state), nullptr);
-        EXPECT_EQ(PoCellFilterElement::get(state), nullptr);
-        seen.push_back(1);
-    });
-    root->addChild(probe.node());
-    SoCallbackAction action;
-    action.apply(root);
-    EXPECT_EQ(seen.size(), 1u);
+TEST_F(DataNodeTest, LinearMappingFollowsItsFieldsLazily) {
+    auto* mapping = new PoLinearDataMapping;
+    root->addChild(mapping);
+    EXPECT_EQ(*mapping->getColor(0.5f), SbColor(0.5f, 0.5f, 0.5f));
+    mapping->color2 = SbColor(1, 0, 0);
+    mapping->value2 = 2.0f;
+    float transparency = -1;
+    EXPECT_EQ(*mapping->getColor(1.0f, transparency), SbColor(0.5f, 0, 0));
+    EXPECT_EQ(transparency, 0.0f);
+    mapping->minThresholdEnabled = TRUE;
+    mapping->minThreshold = 0.2f;
+    mapping->minThresholdColor = SbColor(0, 1, 0);
+    EXPECT_EQ(*mapping->getColor(0.2f), SbColor(0, 1, 0));
+    EXPECT_EQ(*mapping->getColor(0.4f), SbColor(0.2f, 0, 0));
+    EXPECT_EQ(mapping->getDataMapping()->getClassType(), PbDataMapping::LINEAR);
 }
 
-TEST_F(PropertyNodeTest, PropertyNodeUnderSeparatorDoesNotLeak) {
-    auto* inner = new SoSeparator;
-    auto* hints = new PoMesh1DHints;
-    hints->geomInterpretation = PoMesh1DHints::STAIRS_Y;
-    auto* filter = new PoIntervalCellFilter;
-    std::vector<PoMesh1DHints::GeomInterpretation> inside, after;
-    std::vector<const PoCellFilter*> filters;
-    StateProbe insideProbe([&](SoState* state) {
-        inside.push_back(PoMesh1DHintsElement::get(state));
-        filters.push_back(PoCellFilterElement::get(state));
-    });
-    StateProbe afterProbe(
-        [&](SoState* state) { after.push_back(PoMesh1DHintsElement::get(state)); });
-    inner->addChild(hints);
-    inner->addChild(filter);
-    inner->addChild(insideProbe.node());
-    root->addChild(inner);
-    root->addChild(afterProbe.node());
+TEST_F(DataNodeTest, ChangedMappingAboveAKitMakesItRebuild) {
+    RecordingKit::ensureRegistered();
+    auto* mapping = new PoLinearDataMapping;
+    auto* kit = new RecordingKit;
+    root->addChild(mapping);
+    root->addChild(kit);
+    traverse();
+    traverse();
+    EXPECT_EQ(kit->rebuildCount, 1);
+    EXPECT_EQ(kit->lastDataMapping, mapping->getDataMapping());
 
-    SoGetBoundingBoxAction action(SbViewportRegion(100, 100));
-    action.apply(root);
-    ASSERT_EQ(inside.size(), 1u);
-    EXPECT_EQ(inside[0], PoMesh1DHints::STAIRS_Y);
-    EXPECT_EQ(filters[0], filter);
-    ASSERT_EQ(after.size(), 1u);
-    EXPECT_EQ(after[0], PoMesh1DHints::AS_IS);
+    mapping->color1 = SbColor(0, 0, 1);
+    traverse();
+    EXPECT_EQ(kit->rebuildCount, 2);
+
+    // Another mapping node in the state forces a rebuild as well, and so
+    // does a new colour function, which changes no field.
+    auto* other = new PoNonLinearDataMapping;
+    root->replaceChild(mapping, other);
+    traverse();
+    EXPECT_EQ(kit->rebuildCount, 3);
+    EXPECT_EQ(kit->lastDataMapping, other->getDataMapping());
+    EXPECT_EQ(*other->getColor(2.0f), SbColor(1, 1, 1));
+    other->setColorFunction([](float) { return SbColor(0, 1, 0); });
+    traverse();
+    EXPECT_EQ(kit->rebuildCount, 4);
+    EXPECT_EQ(*other->getColor(2.0f), SbColor(0, 1, 0));
+
+    // No mapping node: the kit finds none.
+    root->removeChild(other);
+    traverse();
+    EXPECT_EQ(kit->lastDataMapping, nullptr);
 }
 
-TEST_F(PropertyNodeTest, ActionsOutsideTheLibraryStateSetNothing) {
-    root->addChild(new PoMesh1DHints);
-    root->addChild(new PoProfileCoordinate2);
-    SoAudioRenderAction action;
-    action.apply(root); // must not touch elements the action does not carry
-    SUCCEED();
+TEST_F(DataNodeTest, LevelMappingKeepsOldLevelsOnTooFewColours) {
+    ErrorRecorder errors;
+    auto* levels = new PoNonLinearDataMapping2;
+    root->addChild(levels);
+    levels->type = PoNonLinearDataMapping2::NON_LINEAR_PER_LEVEL;
+    const float values[] = {1.0f, 2.0f};
+    const SbColor colors[] = {SbColor(1, 0, 0), SbColor(0, 1, 0), SbColor(0, 0, 1)};
+    levels->value.setValues(0, 2, values);
+    levels->color.setValues(0, 3, colors);
+    EXPECT_EQ(*levels->getColor(1.5f), SbColor(0, 1, 0));
+    EXPECT_TRUE(errors.messages().empty());
+
+    levels->color.setNum(2);
+    EXPECT_EQ(*levels->getColor(1.5f), SbColor(0, 1, 0));
+    ASSERT_EQ(errors.messages().size(), 1u);
+    EXPECT_EQ(errors.messages()[0], "Quillon error in PoNonLinearDataMapping2(): The number of "
+                                    "colours must be >= to number of values + 1");
+
+    levels->type = PoNonLinearDataMapping2::LINEAR_PER_LEVEL;
+    levels->color.setNum(1);
+    levels->getDataMapping();
+    ASSERT_EQ(errors.messages().size(), 2u);
+    EXPECT_EQ(errors.messages()[1], "Quillon error in PoNonLinearDataMapping2(): The number of "
+                                    "colours must be >= to number of values");
 }
 
-TEST_F(PropertyNodeTest, ChangedNodeInvalidatesCachesThatRecordedIt) {
-    auto* label = new PoLabelHints;
-    root->addChild(label);
-    SoCache* cache = nullptr;
-    StateProbe probe([&](SoState* state) {
-        PoLabelHints::LabelPath path;
-        PoLabelHints::Justification justification;
-        SbString text;
-        PoLabelHintsElement::get(state, path, justification, text);
-        if (!cache) {
-            // A cache opened below this point records what is set above it.
-            state->push();
-            cache = new SoCache(state);
-            state->pop();
-            cache->ref();
-            cache->addElement(PoClassRegistration::readableElement<PoLabelHintsElement>(state));
-        } else {
-            EXPECT_FALSE(cache->isValid(state));
-        }
-    });
-    root->addChild(probe.node());
-    SoCallbackAction action;
-    action.apply(root);
-    label->labelText = "changed";
-    action.apply(root);
-    cache->unref();
+TEST_F(DataNodeTest, DomainNodeBuildsTwoAndThreeDimensionalBoxes) {
+    auto* domain = new PoDomain;
+    root->addChild(domain);
+    domain->min = SbVec3f(0, 0, 2);
+    domain->max = SbVec3f(4, 2, 2);
+    float x0, y0, z0, x1, y1, z1;
+    domain->getDomain()->getDomain(x0, y0, z0, x1, y1, z1);
+    EXPECT_EQ(SbVec3f(x0, y0, z0), SbVec3f(0, 0, 0));
+    EXPECT_EQ(SbVec3f(x1, y1, z1), SbVec3f(4, 2, 1));
+
+    domain->setValues(SbVec2f(0, 0), SbVec2f(4, 2), PbDomain::MAX_BOUNDING_BOX);
+    domain->getDomain()->getDomain(x0, y0, x1, y1);
+    EXPECT_EQ(SbVec2f(x0, y0), SbVec2f(0, -1));
+    EXPECT_EQ(SbVec2f(x1, y1), SbVec2f(4, 3));
+
+    // A box the domain rejects is reported and leaves the fields alone.
+    ErrorRecorder errors;
+    domain->setValues(SbVec2f(4, 0), SbVec2f(0, 2), PbDomain::MAX_BOUNDING_BOX);
+    EXPECT_EQ(errors.messages().size(), 1u);
+    EXPECT_EQ(domain->min.getValue(), SbVec3f(0, -1, 0));
+    EXPECT_EQ(domain->max.getValue(), SbVec3f(4, 3, 0));
+
+    domain->transformType = PoDomain::TRANSFORM_01;
+    EXPECT_EQ(domain->getDomain()->getTransformType(), PbDomain::TRANSFORM_01);
 }
 
-TEST_F(PropertyNodeTest, NodesRoundTripThroughSceneFiles) {
-    auto* bevel = new PoBevelEdge;
-    bevel->radius = 0.2f;
-    bevel->radiusFlag = PoBevelEdge::ABSOLUTE_RADIUS;
-    auto* label = new PoLabelHints;
-    label->labelPath = PoLabelHints::PATH_UP;
-    label->labelText = "T (K)";
-    label->labelStep = 3;
-    auto* interval = new PoIntervalCellFilter;
-    interval->in = FALSE;
-    auto* profile = new PoProfileCoordinate2;
-    profile->point.set1Value(0, SbVec2f(0.5f, 0.25f));
-    auto* list = new PoIndexListFilter;
-    list->index.set1Value(0, 4);
-    SoNode* nodes[] = {bevel,
-                       label,
-                       interval,
-                       profile,
-                       list,
-                       new PoMesh1DHints,
-                       new PoCircularProfile,
-                       new PoPeriodFilter,
-                       new PoCoordinateListFilter};
-    for (SoNode* node : nodes) {
-        node->ref();
-        for (bool binary : {false, true}) {
-            SoNode* copy = SceneIO::roundTrip(node, binary);
-            ASSERT_NE(copy, nullptr) << node->getTypeId().getName().getString();
-            copy->ref();
-            EXPECT_TRUE(SceneIO::sameFields(node, copy)) << node->getTypeId().getName().getString();
-            copy->unref();
-        }
-        node->unref();
-    }
-}
+TEST_F(DataNodeTest, IsovaluesNodeSortsAndRecognisesRegularLists) {
+    auto* list = new PoIsovaluesList;
+    root->addChild(list);
+    const float values[] = {3, 1, 2};
+    list->isovaluesList.setValues(0, 3, values);
+    int count = 0, regular = 0;
+    float min = 0, max = 0, step = 0;
+    const float* sorted = list->getIsoList(count, min, max, step, regular);
+    ASSERT_EQ(count, 3);
+    EXPECT_EQ(sorted[0], 1.0f);
+    EXPECT_EQ(sorted[2], 3.0f);
+    EXPECT_EQ(regular, 1);
 
-TEST_F(PropertyNodeTest, UnfoldedWriteFormatOmitsPropertyNodes) {
-    root->addChild(new PoBevelEdge);
-    EXPECT_NE(SceneIO::write(root).find("PoBevelEdge"), std::string::npos);
-    PoBase::setNodeWriteFormat(PoBase::UNFOLD_NODE_WRITE_FORMAT);
-    EXPECT_EQ(SceneIO::write(root).find("PoBevelEdge"), std::string::npos);
+    list->setRegularIsoList(0.0f, 1.0f, 5);
+    EXPECT_EQ(list->isovaluesList.getNum(), 5);
+    EXPECT_EQ(list->isovaluesList[4], 1.0f);
+
+    ErrorRecorder errors;
+    list->setRegularIsoList(-3, nullptr);
+    EXPECT_FALSE(errors.messages().empty());
+    EXPECT_EQ(list->isovaluesList.getNum(), 5);
 }

@@ -39,11 +39,13 @@ public:
     PbDomain(const PbDomain& other);
     PbDomain& operator=(const PbDomain& other);
 
-    void setDomain(float xmin, float ymin, float xmax, float ymax, int boundingBoxType = AS_IS);
-    void setDomain(float xmin, float ymin, float zmin, float xmax, float ymax, float zmax,
-                   int boundingBoxType = AS_IS);
-    void setDomain(const SbBox2f& box, int boundingBoxType = AS_IS);
-    void setDomain(const SbBox3f& box, int boundingBoxType = AS_IS);
+    // FALSE, after posting why, when the box is empty or the type unknown;
+    // the domain is then left as it was.
+    SbBool setDomain(float xmin, float ymin, float xmax, float ymax, int boundingBoxType = AS_IS);
+    SbBool setDomain(float xmin, float ymin, float zmin, float xmax, float ymax, float zmax,
+                     int boundingBoxType = AS_IS);
+    SbBool setDomain(const SbBox2f& box, int boundingBoxType = AS_IS);
+    SbBool setDomain(const SbBox3f& box, int boundingBoxType = AS_IS);
 
     void getDomain(float& xmin, float& ymin, float& xmax, float& ymax) const;
     void getDomain(float& xmin, float& ymin, float& zmin, float& xmax, float& ymax,
@@ -72,7 +74,7 @@ public:
     void print(FILE* fp) const;
 
 private:
-    void setBox(SbVec3f min, SbVec3f max, int boundingBoxType, int numAxes);
+    SbBool setBox(SbVec3f min, SbVec3f max, int boundingBoxType, int numAxes);
     void storeBox(const SbVec3f& min, const SbVec3f& max);
     SbVec3f getScale() const;
 

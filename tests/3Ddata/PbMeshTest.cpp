@@ -129,39 +129,48 @@ TEST_F(PbMeshTest, ResizingDropsTheSetsThatNoLongerFitFromADuplicatingMeshOnly) 
 
 TEST_F(PbMeshTest, DuplicatingMeshCopiesSetsReferencingMeshKeepsThePointer) {
     float values[5] = {1, 2, 3, 4, 5};
+    SbString strings[5] = {"a", "b", "c", "d", "e"};
     duplicating.addValuesSet(3, values, "temperature");
+    duplicating.addStringsSet(2, strings, "labels");
     referencing.addValuesSet(3, values, "temperature");
+    PbTetrahedronMesh3D copy(duplicating);
     values[0] = 100;
+    strings[4] = "changed";
     EXPECT_EQ(duplicating.getValuesSet(3)[0], 1.0f);
+    EXPECT_EQ(duplicating.getStringsSet(2)[4], SbString("e"));
     EXPECT_EQ(referencing.getValuesSet(3), values);
     EXPECT_EQ(*duplicating.getValuesSetName(3), SbString("temperature"));
+    EXPECT_EQ(*duplicating.getStringsSetName(2), SbString("labels"));
     EXPECT_EQ(duplicating.getValuesBinding(3), PbMesh::PER_NODE);
+
+    // A copy owns copies of the owned sets and keeps every id.
+    EXPECT_NE(copy.getValuesSet(3), duplicating.getValuesSet(3));
+    EXPECT_EQ(copy.getFltDataSetId(3), duplicating.getFltDataSetId(3));
+    EXPECT_EQ(copy.getGeometryId(), duplicating.getGeometryId());
+    EXPECT_EQ(copy.getTopologyId(), duplicating.getTopologyId());
+    duplicating.removeAllValuesSet();
+    EXPECT_EQ(copy.getValuesSet(3)[4], 5.0f);
 }
 
+// The record keeps its duplicate flag and its storage unless the new
+// values need more.
 TEST_F(PbMeshTest, ReAddingReplacesValuesNameAndBinding) {
     float perNode[5] = {1, 2, 3, 4, 5};
     float perCell[2] = {7, 8};
-    duplicating.addValuesSet(3, perNode, "nodes");
+    duplicating.addValuesSet(3, perCell, PbMesh::PER_CELL, "cells");
+    const float* small = duplicating.getValuesSet(3);
     unsigned int firstId = duplicating.getFltDataSetId(3);
+    duplicating.addValuesSet(3, perNode, "nodes");
+    const float* large = duplicating.getValuesSet(3);
+    EXPECT_NE(large, small);
+    EXPECT_EQ(*duplicating.getValuesSetName(3), SbString("nodes"));
+    EXPECT_EQ(duplicating.getValuesBinding(3), PbMesh::PER_NODE);
+    EXPECT_GT(duplicating.getFltDataSetId(3), firstId);
     duplicating.addValuesSet(3, perCell, PbMesh::PER_CELL, "cells");
     EXPECT_EQ(duplicating.getNumValuesSet(), 1);
-    EXPECT_EQ(*duplicating.getValuesSetName(3), SbString("cells"));
     EXPECT_EQ(duplicating.getValuesBinding(3), PbMesh::PER_CELL);
+    EXPECT_EQ(duplicating.getValuesSet(3), large);
     EXPECT_EQ(duplicating.getValuesSet(3)[1], 8.0f);
-    EXPECT_GT(duplicating.getFltDataSetId(3), firstId);
-}
-
-TEST_F(PbMeshTest, ReAddingFewerValuesKeepsStorageMoreValuesReallocates) {
-    float perCell[2] = {7, 8};
-    float perNode[5] = {1, 2, 3, 4, 5};
-    duplicating.addValuesSet(0, perCell, PbMesh::PER_CELL, "");
-    const float* small = duplicating.getValuesSet(0);
-    duplicating.addValuesSet(0, perNode, "");
-    const float* large = duplicating.getValuesSet(0);
-    EXPECT_NE(large, small);
-    duplicating.addValuesSet(0, perCell, PbMesh::PER_CELL, "");
-    EXPECT_EQ(duplicating.getValuesSet(0), large);
-    EXPECT_EQ(duplicating.getValuesSet(0)[0], 7.0f);
 }
 
 TEST_F(PbMeshTest, UnknownSetIndicesGiveTheDocumentedDefaults) {
@@ -214,15 +223,6 @@ TEST_F(PbMeshTest, SetChangesNotifyTheirOwnChangeTypes) {
     duplicating.removeConnection(kit);
 }
 
-TEST_F(PbMeshTest, StringSetsAreCopiedPerNode) {
-    SbString strings[5] = {"a", "b", "c", "d", "e"};
-    duplicating.addStringsSet(2, strings, "labels");
-    strings[4] = "changed";
-    EXPECT_EQ(duplicating.getStringsSet(2)[4], SbString("e"));
-    EXPECT_EQ(*duplicating.getStringsSetName(2), SbString("labels"));
-    EXPECT_EQ(duplicating.getNumStringsSet(), 1);
-}
-
 TEST_F(PbMeshTest, NullArrayIsRejectedByADuplicatingMeshAndKeptByAReferencingOne) {
     ErrorRecorder errors;
     duplicating.addValuesSet(0, nullptr, "");
@@ -235,19 +235,6 @@ TEST_F(PbMeshTest, NullArrayIsRejectedByADuplicatingMeshAndKeptByAReferencingOne
     EXPECT_TRUE(errors.contains("PbMesh::addStringsSet"));
     referencing.addValuesSet(0, nullptr, "");
     EXPECT_EQ(referencing.getNumValuesSet(), 1);
-}
-
-TEST_F(PbMeshTest, CopiesDuplicateOwnedSetsAndKeepIds) {
-    float values[5] = {1, 2, 3, 4, 5};
-    duplicating.addValuesSet(4, values, "v");
-    PbTetrahedronMesh3D copy(duplicating);
-    EXPECT_NE(copy.getValuesSet(4), duplicating.getValuesSet(4));
-    EXPECT_EQ(copy.getValuesSet(4)[4], 5.0f);
-    EXPECT_EQ(copy.getFltDataSetId(4), duplicating.getFltDataSetId(4));
-    EXPECT_EQ(copy.getGeometryId(), duplicating.getGeometryId());
-    EXPECT_EQ(copy.getTopologyId(), duplicating.getTopologyId());
-    duplicating.removeAllValuesSet();
-    EXPECT_EQ(copy.getValuesSet(4)[0], 1.0f);
 }
 
 TEST_F(PbMeshTest, IdsComeFromProcessWideCounters) {
@@ -310,18 +297,6 @@ TEST_F(PbMeshTest, LocationOnASharedFacetPrefersTheLowestIndexUnlessTheHintHolds
     EXPECT_EQ(duplicating.findContainingCell(SbVec3f(2, 2, 2), 0.0f, pcoord), nullptr);
 }
 
-TEST_F(PbMeshTest, HintedLocationMovesToTheNeighbour) {
-    SbVec3f inSecond(0.6f, 0.6f, 0.6f);
-    SbVec3f pcoord;
-    const PbCell* hint = duplicating.getCell(0);
-    const PbCell* found = duplicating.findContainingCell(inSecond, 0.0f, pcoord, hint);
-    ASSERT_NE(found, nullptr);
-    EXPECT_EQ(found->getIndex(), 1);
-    SbVec3f outside(-1, -1, -1);
-    EXPECT_EQ(duplicating.findContainingCell(outside, 0.0f, pcoord, duplicating.getCell(1)),
-              nullptr);
-}
-
 TEST_F(PbMeshTest, PrintWritesTheMeshLinesThenTheKindsLines) {
     EXPECT_EQ(meshtest::printed(duplicating),
               "=====================print mesh informations ==================== \n"
@@ -335,9 +310,6 @@ TEST_F(PbMeshTest, PrintWritesTheMeshLinesThenTheKindsLines) {
               "PbMesh:: isDataDuplicate = FALSE\n"
               "PbMesh:: numMeshNodes = 0\n"
               "PbMesh:: m_numMeshCells = 0\n");
-}
-
-TEST_F(PbMeshTest, MeshWithoutNodesIsEmpty) {
     EXPECT_EQ(PbTetrahedronMesh3D().isEmpty(), 1);
     EXPECT_EQ(duplicating.isEmpty(), 0);
 }

@@ -15,6 +15,19 @@ void arraySizes(const PiGridHeader::Layout& layout, const int* sizes, int numAxe
     for (int axis = 0; axis < numAxes; ++axis)
         counts[axis] = layout.perNode ? numNodes : sizes[axis];
 }
+
+// The sizes line and the array of each axis.
+bool readAxes(PiMeshSource& source, const PiGridHeader::Layout& layout, int numAxes, int* sizes,
+              std::vector<float>* arrays) {
+    if (!source.readSizes(layout.sizes, sizes, numAxes))
+        return false;
+    int counts[3];
+    arraySizes(layout, sizes, numAxes, counts);
+    for (int axis = 0; axis < numAxes; ++axis)
+        if (!source.readFloatArray(layout.arrays[axis], counts[axis], arrays[axis]))
+            return false;
+    return true;
+}
 } // namespace
 
 void PiGridHeader::write2D(PiMeshSink& sink, const Layout& layout, int numX, int numY,
@@ -30,20 +43,15 @@ void PiGridHeader::write2D(PiMeshSink& sink, const Layout& layout, int numX, int
 
 bool PiGridHeader::read2D(PiMeshSource& source, const Layout& layout, PbGrid2D& grid) {
     int sizes[2];
-    if (!source.readSizes(layout.sizes, sizes, 2))
-        return false;
-    int counts[2];
-    arraySizes(layout, sizes, 2, counts);
-    std::vector<float> x, y, z;
+    std::vector<float> arrays[3];
     bool hasZ = false;
-    if (!source.readFloatArray(layout.arrays[0], counts[0], x) ||
-        !source.readFloatArray(layout.arrays[1], counts[1], y) ||
-        !source.readZBlock(layout.arrays[2], sizes[0] * sizes[1], z, hasZ))
+    if (!readAxes(source, layout, 2, sizes, arrays) ||
+        !source.readZBlock(layout.arrays[2], sizes[0] * sizes[1], arrays[2], hasZ))
         return false;
     if (hasZ)
-        grid.setGeometry(sizes[0], sizes[1], x.data(), y.data(), z.data());
+        grid.setGeometry(sizes[0], sizes[1], arrays[0].data(), arrays[1].data(), arrays[2].data());
     else
-        grid.setGeometry(sizes[0], sizes[1], x.data(), y.data());
+        grid.setGeometry(sizes[0], sizes[1], arrays[0].data(), arrays[1].data());
     return true;
 }
 
@@ -60,14 +68,9 @@ void PiGridHeader::write3D(PiMeshSink& sink, const Layout& layout, const PbGrid3
 
 bool PiGridHeader::read3D(PiMeshSource& source, const Layout& layout, PbGrid3D& grid) {
     int sizes[3];
-    if (!source.readSizes(layout.sizes, sizes, 3))
-        return false;
-    int counts[3];
-    arraySizes(layout, sizes, 3, counts);
     std::vector<float> arrays[3];
-    for (int axis = 0; axis < 3; ++axis)
-        if (!source.readFloatArray(layout.arrays[axis], counts[axis], arrays[axis]))
-            return false;
+    if (!readAxes(source, layout, 3, sizes, arrays))
+        return false;
     grid.setGeometry(sizes[0], sizes[1], sizes[2], arrays[0].data(), arrays[1].data(),
                      arrays[2].data());
     return true;

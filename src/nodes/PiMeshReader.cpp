@@ -198,42 +198,34 @@ bool PiMeshReader::readName(bool named, const SbString& set, SbString& name) {
 }
 
 template <typename T, typename Add>
-bool PiMeshReader::readSet(const PbMesh& mesh, SetKind kind, int index, bool named,
-                           bool (PiMeshReader::*readOne)(T&), Add add) {
+bool PiMeshReader::readSetsOf(PbMesh& mesh, SetKind kind, int count, bool named,
+                              bool (PiMeshReader::*readOne)(T&), Add add) {
     static const char* const kKinds[] = {"scalars", "strings", "vectors"};
-    SbString set;
-    set.sprintf("%s of set %d", kKinds[kind], index);
-    PbMesh::DataBinding binding;
-    SbString name;
-    std::vector<T> elements;
-    if (!readSetStart(kind, set, binding) || !readName(named, set, name) ||
-        !readArray(set.getString(), PiMeshSets::numValues(mesh, binding), elements, readOne))
-        return false;
-    add(elements.data(), binding, name);
+    for (int index = 0; index < count; ++index) {
+        SbString set;
+        set.sprintf("%s of set %d", kKinds[kind], index);
+        PbMesh::DataBinding binding;
+        SbString name;
+        std::vector<T> elements;
+        if (!readSetStart(kind, set, binding) || !readName(named, set, name) ||
+            !readArray(set.getString(), PiMeshSets::numValues(mesh, binding), elements, readOne))
+            return false;
+        add(index, elements.data(), binding, name);
+    }
     return true;
 }
 
 bool PiMeshReader::readSets(PbMesh& mesh) {
     SetCounts counts;
-    if (!readCounts(counts))
-        return false;
-    for (int i = 0; i < counts.values; ++i)
-        if (!readSet(mesh, SCALARS, i, counts.named, &PiMeshReader::readFloat,
-                     [&](const float* values, PbMesh::DataBinding binding, const SbString& name) {
-                         mesh.addValuesSet(i, values, binding, name);
-                     }))
-            return false;
-    for (int i = 0; i < counts.strings; ++i)
-        if (!readSet(mesh, STRINGS, i, counts.named, &PiMeshReader::readString,
-                     [&](const SbString* strings, PbMesh::DataBinding, const SbString& name) {
-                         mesh.addStringsSet(i, strings, name);
-                     }))
-            return false;
-    for (int i = 0; i < counts.vecs; ++i)
-        if (!readSet(mesh, VECTORS, i, counts.named, &PiMeshReader::readVec,
-                     [&](const SbVec3f* vecs, PbMesh::DataBinding binding, const SbString& name) {
-                         mesh.addVecsSet(i, vecs, binding, name);
-                     }))
-            return false;
-    return true;
+    return readCounts(counts) &&
+           readSetsOf(
+               mesh, SCALARS, counts.values, counts.named, &PiMeshReader::readFloat,
+               [&](int index, const float* values, PbMesh::DataBinding binding,
+                   const SbString& name) { mesh.addValuesSet(index, values, binding, name); }) &&
+           readSetsOf(mesh, STRINGS, counts.strings, counts.named, &PiMeshReader::readString,
+                      [&](int index, const SbString* strings, PbMesh::DataBinding,
+                          const SbString& name) { mesh.addStringsSet(index, strings, name); }) &&
+           readSetsOf(mesh, VECTORS, counts.vecs, counts.named, &PiMeshReader::readVec,
+                      [&](int index, const SbVec3f* vecs, PbMesh::DataBinding binding,
+                          const SbString& name) { mesh.addVecsSet(index, vecs, binding, name); });
 }

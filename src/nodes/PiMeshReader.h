@@ -66,11 +66,11 @@ private:
     bool readSetStart(SetKind kind, const SbString& set, PbMesh::DataBinding& binding);
     // set names the set in messages.
     bool readName(bool named, const SbString& set, SbString& name);
-    // Reads set index of a kind, each element with readOne, and hands its
-    // elements, binding and name to add.
+    // Reads count sets of a kind, each element with readOne, and hands the
+    // index, elements, binding and name of each to add.
     template <typename T, typename Add>
-    bool readSet(const PbMesh& mesh, SetKind kind, int index, bool named,
-                 bool (PiMeshReader::*readOne)(T&), Add add);
+    bool readSetsOf(PbMesh& mesh, SetKind kind, int count, bool named,
+                    bool (PiMeshReader::*readOne)(T&), Add add);
 
     SoInput* m_in;
     bool m_ascii;

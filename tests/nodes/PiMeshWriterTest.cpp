@@ -134,14 +134,6 @@ TEST_F(PiMeshWriterTest, WritesTheNthSetOfEachKindAsSetN) {
                             "# set of scalars, index 1, binding per cell\n  \"seven\"",
                             "# set of strings, index 0\n  \"minus four\""})
         EXPECT_NE(written.find(set), std::string::npos) << set << " in\n" << written;
-
-    PoSFRegularMesh1D read;
-    ASSERT_TRUE(read.set(text.getString()));
-    const PbRegularMesh1D& mesh = read.getValue();
-    EXPECT_EQ(*mesh.getValuesSetName(0), SbString("three"));
-    EXPECT_EQ(mesh.getValuesSet(1)[0], 7.0f);
-    EXPECT_EQ(mesh.getStringsSet(0)[1], SbString("q"));
-    EXPECT_EQ(mesh.getValuesSet(3), nullptr);
 }
 
 TEST_F(PiMeshWriterTest, PerCellVectorSetsKeepTheirBindingInBinaryAndAreWrittenPerNodeInAscii) {

@@ -154,11 +154,8 @@ TEST_F(PoSFMeshTest, SetAdditionsAndGeometryChangesSignalUnlessRefused) {
     field.addStringsSet(2, strings, "s");
     field.addVecsSet(6, vecs, "w");
     EXPECT_EQ(changes.count(), 5);
-    const PbRegularMesh1D& mesh = field.getValue();
-    EXPECT_EQ(mesh.getNumNodes(), 3);
-    EXPECT_EQ(mesh.getValuesBinding(5), PbMesh::PER_CELL);
-    EXPECT_EQ(mesh.getStringsSet(2)[2], SbString("c"));
-    EXPECT_EQ(mesh.getVecsSet(6)[1], SbVec3f(0, 1, 0));
+    EXPECT_EQ(field.getValue().getValuesBinding(5), PbMesh::PER_CELL);
+    EXPECT_EQ(field.getValue().getVecsSet(6)[1], SbVec3f(0, 1, 0));
 
     // Refused: a missing array and a negative size leave the field as it was.
     field.addValuesSet(7, nullptr, "none");

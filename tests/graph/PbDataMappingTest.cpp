@@ -148,10 +148,9 @@ TEST_F(PbDataMappingTest, UnsortedValuesKeepTheirColours) {
     EXPECT_EQ(std::vector<float>(sorted, sorted + 3), (std::vector<float>{1, 2, 3}));
     const SbColor* colors = mapping.getRGBColorsList(count);
     ASSERT_EQ(count, 4);
-    EXPECT_TRUE(colorIs(&colors[0], green));
-    EXPECT_TRUE(colorIs(&colors[1], blue));
-    EXPECT_TRUE(colorIs(&colors[2], red));
-    EXPECT_TRUE(colorIs(&colors[3], white));
+    const SbColor expected[] = {green, blue, red, white}; // the extra colour stays last
+    for (int i = 0; i < 4; ++i)
+        EXPECT_TRUE(colorIs(&colors[i], expected[i])) << i;
     const float* sortedTransparencies = mapping.getTransparencyList(count);
     EXPECT_EQ(std::vector<float>(sortedTransparencies, sortedTransparencies + 4),
               (std::vector<float>{0.1f, 0.2f, 0.3f, 0.4f}));
@@ -177,50 +176,34 @@ TEST_F(PbDataMappingTest, BadListsAreRejectedWithoutChange) {
     EXPECT_TRUE(colorIs(mapping.getRGBColor(2), green));
 }
 
-namespace {
-SbColor redAbove(float value) {
-    return value > 0 ? red : blue;
-}
-SbVec3f hueOf(void* data, float value) {
-    return SbVec3f(value * *static_cast<float*>(data), 0.5f, 1);
-}
-float halfOf(float value) {
-    return value / 2;
-}
-float scaled(void* data, float value) {
-    return value * *static_cast<float*>(data);
-}
-} // namespace
-
 TEST_F(PbDataMappingTest, FunctionMappingUsesTheLastColourFunction) {
     PbNonLinearDataMapping mapping;
     float transparency = -1;
     EXPECT_TRUE(colorIs(mapping.getRGBColor(0.25f, transparency), SbColor(0.25f, 0.25f, 0.25f)));
     EXPECT_TRUE(colorIs(mapping.getRGBColor(3), white));
     EXPECT_EQ(transparency, 0);
-    mapping.setRGBFunction(redAbove);
+    mapping.setRGBFunction([](float value) { return value > 0 ? red : blue; });
     EXPECT_TRUE(colorIs(mapping.getRGBColor(1), red));
     float factor = 120;
-    mapping.setHLSFunction(hueOf, &factor); // replaces the RGB function
+    static const auto times = [](void* data, float value) {
+        return value * *static_cast<float*>(data);
+    };
+    auto hue = [](void* data, float value) { return SbVec3f(times(data, value), 0.5f, 1); };
+    mapping.setHLSFunction(hue, &factor); // replaces the RGB function
     EXPECT_TRUE(colorIs(mapping.getRGBColor(1), green));
-    mapping.setTransparencyFunction(scaled, &factor);
+    mapping.setTransparencyFunction(times, &factor);
     mapping.getRGBColor(0.5f, transparency);
     EXPECT_EQ(transparency, 60);
-    mapping.setTransparencyFunction(halfOf); // takes precedence
+    mapping.setTransparencyFunction([](float value) { return value / 2; }); // takes precedence
     mapping.getRGBColor(0.5f, transparency);
     EXPECT_EQ(transparency, 0.25f);
     EXPECT_EQ(mapping.getClassType(), PbDataMapping::NON_LINEAR);
 }
 
-TEST_F(PbDataMappingTest, EveryMappingHasItsOwnIdAndPrintsItsMembers) {
+TEST_F(PbDataMappingTest, EveryMappingHasItsOwnIdAndKind) {
     PbLinearDataMapping first;
     PbNonLinearDataMapping2 second;
     EXPECT_EQ(second.getId(), first.getId() + 1);
     EXPECT_EQ(first.getClassType(), PbDataMapping::LINEAR);
     EXPECT_EQ(second.getClassType(), PbDataMapping::NON_LINEAR2);
-    const std::string text = printed(first);
-    EXPECT_NE(text.find("PbDataMapping:: transparencyValueDeletedParts = 0.95\n"),
-              std::string::npos)
-        << text;
-    EXPECT_NE(text.find("PbLinearDataMapping:: color2 = 1 1 1\n"), std::string::npos) << text;
 }

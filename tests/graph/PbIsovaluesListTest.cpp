@@ -128,16 +128,13 @@ TEST_F(PbIsovaluesListTest, BadCountsAreRejectedWithoutChangeOrNotification) {
     list.removeConnection(kit);
 }
 
-TEST_F(PbIsovaluesListTest, CopiesCarryTheListAndPrintIt) {
+TEST_F(PbIsovaluesListTest, CopiesCarryTheList) {
     const float values[] = {0, 1, 3};
     PbIsovaluesList source;
     source.setIrregularIsoList(3, values);
-    const PbIsovaluesList copy(source);
     PbIsovaluesList assigned;
     assigned = source;
-    EXPECT_EQ(listOf(copy).values, listOf(source).values);
+    EXPECT_EQ(listOf(PbIsovaluesList(source)).values, listOf(source).values);
+    EXPECT_EQ(listOf(assigned).values, listOf(source).values);
     EXPECT_EQ(listOf(assigned).regular, 0);
-    const std::string text = printed(copy);
-    EXPECT_NE(text.find("PbIsovaluesList:: values = 0 1 3\n"), std::string::npos) << text;
-    EXPECT_NE(text.find("PbIsovaluesList:: regular = 0\n"), std::string::npos) << text;
 }

@@ -1,40 +1,4 @@
-#include <Quillon/PoQuillon.h>
-#include <Quillon/graph/PbMiscTextAttr.h>
-#include <Quillon/graph/PbNumericDisplayFormat.h>
-#include <Quillon/graph/PoBase.h>
-#include <Quillon/nodes/PoBevelEdge.h>
-#include <Quillon/nodes/PoBevelEdgeElement.h>
-#include <Quillon/nodes/PoCellFilterElement.h>
-#include <Quillon/nodes/PoCircularProfile.h>
-#include <Quillon/nodes/PoCoordinateListFilter.h>
-#include <Quillon/nodes/PoDataMappingElement.h>
-#include <Quillon/nodes/PoDateFormatMapping.h>
-#include <Quillon/nodes/PoDateFormatMappingElement.h>
-#include <Quillon/nodes/PoDomain.h>
-#include <Quillon/nodes/PoDomainElement.h>
-#include <Quillon/nodes/PoEllipticProfile.h>
-#include <Quillon/nodes/PoIndexListFilter.h>
-#include <Quillon/nodes/PoIntervalCellFilter.h>
-#include <Quillon/nodes/PoIsovaluesList.h>
-#include <Quillon/nodes/PoIsovaluesListElement.h>
-#include <Quillon/nodes/PoLabelHints.h>
-#include <Quillon/nodes/PoLabelHintsElement.h>
-#include <Quillon/nodes/PoLinearDataMapping.h>
-#include <Quillon/nodes/PoMesh1DFilterElement.h>
-#include <Quillon/nodes/PoMesh1DHints.h>
-#include <Quillon/nodes/PoMesh1DHintsElement.h>
-#include <Quillon/nodes/PoMeshElement.h>
-#include <Quillon/nodes/PoMiscTextAttr.h>
-#include <Quillon/nodes/PoMiscTextAttrElement.h>
-#include <Quillon/nodes/PoNonLinearDataMapping.h>
-#include <Quillon/nodes/PoNonLinearDataMapping2.h>
-#include <Quillon/nodes/PoNumericDisplayFormat.h>
-#include <Quillon/nodes/PoNumericDisplayFormatElement.h>
-#include <Quillon/nodes/PoPeriodFilter.h>
-#include <Quillon/nodes/PoPeriodIndexFilter.h>
-#include <Quillon/nodes/PoProfileCoordinate2.h>
-#include <Quillon/nodes/PoProfileElement.h>
-#include <Quillon/nodes/PoSquareProfile.h>
+#include <Quillon/Quillon.h>
 
 #include "support/ErrorRecorder.h"
 #include "support/HeadlessRender.h"
@@ -60,6 +24,8 @@
 
 #include <functional>
 #include <memory>
+#include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -90,15 +56,8 @@ struct Snapshot {
     const void* lineFilter;
     const void* profile;
     PoMesh1DHints::GeomInterpretation hints;
-    int bevelOn;
-    float bevelRadius;
-    PoBevelEdge::RadiusFlag bevelRadiusFlag;
-    float bevelAngle;
-    PoLabelHints::LabelPath labelPath;
-    PoLabelHints::Justification justification;
-    SbString labelText;
-    int labelStep;
-    int firstLabel;
+    std::tuple<int, float, PoBevelEdge::RadiusFlag, float> bevel;
+    std::tuple<PoLabelHints::LabelPath, PoLabelHints::Justification, std::string, int, int> label;
 };
 
 Snapshot snapshotOf(SoState* state) {
@@ -113,9 +72,17 @@ Snapshot snapshotOf(SoState* state) {
     s.lineFilter = PoMesh1DFilterElement::get(state);
     s.profile = PoProfileElement::get(state);
     s.hints = PoMesh1DHintsElement::get(state);
-    PoBevelEdgeElement::get(state, s.bevelOn, s.bevelRadius, s.bevelRadiusFlag, s.bevelAngle);
-    s.labelStep = PoLabelHintsElement::get(state, s.labelPath, s.justification, s.labelText);
-    s.firstLabel = PoLabelHintsElement::getFirstLabel(state);
+    int on = 0;
+    float radius = 0, angle = 0;
+    PoBevelEdge::RadiusFlag radiusFlag = PoBevelEdge::ABSOLUTE_RADIUS;
+    PoBevelEdgeElement::get(state, on, radius, radiusFlag, angle);
+    s.bevel = std::make_tuple(on, radius, radiusFlag, angle);
+    PoLabelHints::LabelPath path = PoLabelHints::PATH_RIGHT;
+    PoLabelHints::Justification justification = PoLabelHints::LEFT;
+    SbString text;
+    const int labelStep = PoLabelHintsElement::get(state, path, justification, text);
+    s.label = std::make_tuple(path, justification, std::string(text.getString()), labelStep,
+                              PoLabelHintsElement::getFirstLabel(state));
     return s;
 }
 
@@ -137,15 +104,56 @@ void expectDefaults(const Snapshot& s) {
     EXPECT_EQ(s.lineFilter, nullptr);
     EXPECT_EQ(s.profile, nullptr);
     EXPECT_EQ(s.hints, PoMesh1DHintsElement::getDefault());
-    EXPECT_EQ(s.bevelOn, 1);
-    EXPECT_FLOAT_EQ(s.bevelRadius, 0.05f);
-    EXPECT_EQ(s.bevelRadiusFlag, PoBevelEdge::RELATIVE_RADIUS);
-    EXPECT_FLOAT_EQ(s.bevelAngle, 0.5f);
-    EXPECT_EQ(s.labelPath, PoLabelHints::PATH_DEPEND);
-    EXPECT_EQ(s.justification, PoLabelHints::JUSTIFICATION_DEPEND);
-    EXPECT_EQ(s.labelText.getLength(), 0);
-    EXPECT_EQ(s.labelStep + s.firstLabel, 0);
+    EXPECT_EQ(s.bevel, std::make_tuple(1, 0.05f, PoBevelEdge::RELATIVE_RADIUS, 0.5f));
+    EXPECT_EQ(s.label, std::make_tuple(PoLabelHints::PATH_DEPEND,
+                                       PoLabelHints::JUSTIFICATION_DEPEND, std::string(), 0, 0));
 }
+
+// One node for each element, its fields off their defaults.
+struct PropertyNodes {
+    PoNonLinearDataMapping2* mapping = new PoNonLinearDataMapping2;
+    PoDomain* domain = new PoDomain;
+    PoIsovaluesList* isovalues = new PoIsovaluesList;
+    PoMiscTextAttr* text = new PoMiscTextAttr;
+    PoNumericDisplayFormat* format = new PoNumericDisplayFormat;
+    PoDateFormatMapping* dates = new PoDateFormatMapping;
+    PoIntervalCellFilter* cellFilter = new PoIntervalCellFilter;
+    PoIndexListFilter* lineFilter = new PoIndexListFilter;
+    PoProfileCoordinate2* profile = new PoProfileCoordinate2;
+    PoMesh1DHints* hints = new PoMesh1DHints;
+    PoBevelEdge* bevel = new PoBevelEdge;
+    PoLabelHints* label = new PoLabelHints;
+
+    PropertyNodes() {
+        mapping->type = PoNonLinearDataMapping2::NON_LINEAR_PER_LEVEL;
+        mapping->value.set1Value(1, 3.5f);
+        mapping->color.set1Value(2, SbColor(1, 0, 0));
+        domain->max = SbVec3f(2, 3, 4);
+        domain->transformType = PoDomain::SCALE_MAX_XYZ_FIXED;
+        isovalues->setRegularIsoList(1.0f, 2.0f, 3);
+        text->endLineChar = '/';
+        text->outliningEnabled = FALSE;
+        format->formatType = PoNumericDisplayFormat::INTEGER_FORMAT;
+        dates->format = "%d/%m/%Y";
+        cellFilter->in = FALSE;
+        lineFilter->index.set1Value(0, 4);
+        profile->point.set1Value(0, SbVec2f(0.5f, 0.25f));
+        hints->geomInterpretation = PoMesh1DHints::STAIRS_Y;
+        bevel->on = FALSE;
+        bevel->radius = 0.2f;
+        bevel->radiusFlag = PoBevelEdge::ABSOLUTE_RADIUS;
+        bevel->angle = 0.75f;
+        label->labelPath = PoLabelHints::PATH_UP;
+        label->justification = PoLabelHints::CENTER;
+        label->labelText = "T (K)";
+        label->labelStep = 3;
+        label->firstLabel = 2;
+    }
+    std::vector<SoNode*> all() const {
+        return {mapping,    domain,     isovalues, text,  format, dates,
+                cellFilter, lineFilter, profile,   hints, bevel,  label};
+    }
+};
 } // namespace
 
 class PropertyNodeTest : public ::testing::Test {
@@ -171,70 +179,36 @@ protected:
 using DataNodeTest = PropertyNodeTest;
 
 TEST_F(PropertyNodeTest, ElementsHoldWhatTheNodesAboveSetWithinTheirSeparator) {
-    auto* mapping = new PoLinearDataMapping;
-    auto* domain = new PoDomain;
-    auto* isovalues = new PoIsovaluesList;
-    auto* text = new PoMiscTextAttr;
-    text->outliningEnabled = FALSE;
-    auto* format = new PoNumericDisplayFormat;
-    format->formatType = PoNumericDisplayFormat::FLOAT_FORMAT;
-    auto* dates = new PoDateFormatMapping;
-    auto* cellFilter = new PoIntervalCellFilter;
-    auto* lineFilter = new PoPeriodFilter;
-    auto* profile = new PoSquareProfile;
-    auto* hints = new PoMesh1DHints;
-    hints->geomInterpretation = PoMesh1DHints::STAIRS_Y;
-    auto* bevel = new PoBevelEdge;
-    bevel->on = FALSE;
-    bevel->radius = 0.2f;
-    bevel->radiusFlag = PoBevelEdge::ABSOLUTE_RADIUS;
-    bevel->angle = 0.75f;
-    auto* label = new PoLabelHints;
-    label->labelPath = PoLabelHints::PATH_UP;
-    label->justification = PoLabelHints::CENTER;
-    label->labelText = "T (K)";
-    label->labelStep = 3;
-    label->firstLabel = 2;
-
+    const PropertyNodes nodes;
     std::vector<Snapshot> seen;
     std::function<void(SoState*)> record = [&](SoState* state) {
         seen.push_back(snapshotOf(state));
     };
     auto* inner = new SoSeparator;
-    for (SoNode* node :
-         std::initializer_list<SoNode*>{mapping, domain, isovalues, text, format, dates, cellFilter,
-                                        lineFilter, profile, hints, bevel, label, probe(record)})
+    for (SoNode* node : nodes.all())
         inner->addChild(node);
-    root->addChild(probe(record));
+    inner->addChild(probe(record));
     root->addChild(inner);
     root->addChild(probe(record));
     traverse();
 
-    ASSERT_EQ(seen.size(), 3u);
-    expectDefaults(seen[0]);
-    expectDefaults(seen[2]);
-    EXPECT_EQ(seen[0].domain, seen[2].domain);
-    const Snapshot& s = seen[1];
-    EXPECT_EQ(s.dataMapping, mapping->getDataMapping());
-    EXPECT_EQ(s.domain, domain->getDomain());
-    EXPECT_EQ(s.isovalues, isovalues->getIsovaluesList());
-    EXPECT_EQ(s.textAttributes, text->getMiscTextAttr());
+    ASSERT_EQ(seen.size(), 2u);
+    expectDefaults(seen[1]);
+    const Snapshot& s = seen[0];
+    EXPECT_EQ(s.dataMapping, nodes.mapping->getDataMapping());
+    EXPECT_EQ(s.domain, nodes.domain->getDomain());
+    EXPECT_EQ(s.isovalues, nodes.isovalues->getIsovaluesList());
+    EXPECT_EQ(s.textAttributes, nodes.text->getMiscTextAttr());
     EXPECT_FALSE(s.textAttributes->isOutliningEnabled());
-    EXPECT_EQ(s.format, format->getFormat());
-    EXPECT_EQ(s.dates, dates->getDateFormatMapping());
-    EXPECT_EQ(s.cellFilter, cellFilter);
-    EXPECT_EQ(s.lineFilter, lineFilter);
-    EXPECT_EQ(s.profile, profile);
+    EXPECT_EQ(s.format, nodes.format->getFormat());
+    EXPECT_EQ(s.dates, nodes.dates->getDateFormatMapping());
+    EXPECT_EQ(s.cellFilter, nodes.cellFilter);
+    EXPECT_EQ(s.lineFilter, nodes.lineFilter);
+    EXPECT_EQ(s.profile, nodes.profile);
     EXPECT_EQ(s.hints, PoMesh1DHints::STAIRS_Y);
-    EXPECT_EQ(s.bevelOn, 0);
-    EXPECT_FLOAT_EQ(s.bevelRadius, 0.2f);
-    EXPECT_EQ(s.bevelRadiusFlag, PoBevelEdge::ABSOLUTE_RADIUS);
-    EXPECT_FLOAT_EQ(s.bevelAngle, 0.75f);
-    EXPECT_EQ(s.labelPath, PoLabelHints::PATH_UP);
-    EXPECT_EQ(s.justification, PoLabelHints::CENTER);
-    EXPECT_EQ(s.labelText, SbString("T (K)"));
-    EXPECT_EQ(s.labelStep, 3);
-    EXPECT_EQ(s.firstLabel, 2);
+    EXPECT_EQ(s.bevel, std::make_tuple(0, 0.2f, PoBevelEdge::ABSOLUTE_RADIUS, 0.75f));
+    EXPECT_EQ(s.label, std::make_tuple(PoLabelHints::PATH_UP, PoLabelHints::CENTER,
+                                       std::string("T (K)"), 3, 2));
 }
 
 TEST_F(PropertyNodeTest, ElementsLiveInExactlyTheNineActionsOfTheLibraryState) {
@@ -316,48 +290,10 @@ TEST_F(PropertyNodeTest, NodesRoundTripThroughSceneFiles) {
     auto* linear = new PoLinearDataMapping;
     linear->color2 = SbColor(0.25f, 0.5f, 1);
     linear->maxThresholdEnabled = TRUE;
-    auto* levels = new PoNonLinearDataMapping2;
-    levels->value.set1Value(1, 3.5f);
-    levels->type = PoNonLinearDataMapping2::NON_LINEAR_PER_LEVEL;
-    auto* domain = new PoDomain;
-    domain->max = SbVec3f(2, 3, 4);
-    domain->transformType = PoDomain::SCALE_MAX_XYZ_FIXED;
-    auto* format = new PoNumericDisplayFormat;
-    format->formatType = PoNumericDisplayFormat::INTEGER_FORMAT;
-    auto* text = new PoMiscTextAttr;
-    text->endLineChar = '/';
-    auto* list = new PoIsovaluesList;
-    list->setRegularIsoList(1.0f, 2.0f, 3);
-    auto* dates = new PoDateFormatMapping;
-    dates->format = "%d/%m/%Y";
-    auto* bevel = new PoBevelEdge;
-    bevel->radiusFlag = PoBevelEdge::ABSOLUTE_RADIUS;
-    auto* label = new PoLabelHints;
-    label->labelPath = PoLabelHints::PATH_UP;
-    label->labelText = "T (K)";
-    auto* interval = new PoIntervalCellFilter;
-    interval->in = FALSE;
-    auto* profile = new PoProfileCoordinate2;
-    profile->point.set1Value(0, SbVec2f(0.5f, 0.25f));
-    auto* indices = new PoIndexListFilter;
-    indices->index.set1Value(0, 4);
-    SoNode* nodes[] = {linear,
-                       levels,
-                       domain,
-                       format,
-                       text,
-                       list,
-                       dates,
-                       new PoNonLinearDataMapping,
-                       bevel,
-                       label,
-                       interval,
-                       profile,
-                       indices,
-                       new PoMesh1DHints,
-                       new PoCircularProfile,
-                       new PoPeriodFilter,
-                       new PoCoordinateListFilter};
+    std::vector<SoNode*> nodes = PropertyNodes().all();
+    nodes.insert(nodes.end(), {linear, new PoNonLinearDataMapping, new PoSquareProfile,
+                               new PoCircularProfile, new PoEllipticProfile, new PoPeriodFilter,
+                               new PoPeriodIndexFilter, new PoCoordinateListFilter});
     for (SoNode* node : nodes) {
         node->ref();
         for (bool binary : {false, true}) {
@@ -421,32 +357,27 @@ TEST_F(PropertyNodeTest, LineMeshFiltersChooseNodes) {
 
 TEST_F(PropertyNodeTest, ProfilesGiveTheirOutline) {
     auto* square = new PoSquareProfile;
-    root->addChild(square);
     square->size = 2.0f;
+    auto* circle = new PoCircularProfile;
+    circle->radius = 2.0f;
+    circle->numSides = 8;
+    auto* ellipse = new PoEllipticProfile;
+    ellipse->numSides = 2;
+    auto* custom = new PoProfileCoordinate2;
+    custom->point.set1Value(1, SbVec2f(1, 0.5f));
+    for (SoNode* node : std::initializer_list<SoNode*>{square, circle, ellipse, custom})
+        root->addChild(node);
+
     const std::vector<SbVec2f> corners = square->getProfilePoints();
     ASSERT_EQ(corners.size(), 4u);
     EXPECT_EQ(corners[0], SbVec2f(-1, -1));
     EXPECT_EQ(corners[2], SbVec2f(1, 1));
-
-    auto* circle = new PoCircularProfile;
-    root->addChild(circle);
-    circle->radius = 2.0f;
-    circle->numSides = 8;
     const std::vector<SbVec2f> round = circle->getProfilePoints();
     ASSERT_EQ(round.size(), 8u);
     for (const SbVec2f& p : round)
         EXPECT_NEAR(p.length(), 2.0f, 1e-5f);
     EXPECT_NEAR(round[2][1], 2.0f, 1e-5f);
-
-    auto* ellipse = new PoEllipticProfile;
-    root->addChild(ellipse);
-    ellipse->numSides = 2;
-    EXPECT_TRUE(ellipse->getProfilePoints().empty());
-
-    auto* custom = new PoProfileCoordinate2;
-    root->addChild(custom);
-    custom->point.set1Value(0, SbVec2f(0, 0));
-    custom->point.set1Value(1, SbVec2f(1, 0.5f));
+    EXPECT_TRUE(ellipse->getProfilePoints().empty()); // too few sides
     EXPECT_EQ(custom->getProfilePoints().size(), 2u);
     EXPECT_FALSE(custom->isClosed());
     EXPECT_TRUE(circle->isClosed());

@@ -178,15 +178,10 @@ const PbCell* PbGrid2D::findInAxisAlignedCells(const SbVec3f& point, float toler
                                                const std::function<float(int)>& coordY) const {
     std::vector<int> columns = candidateIntervals(point[0], tolerance, m_numX, coordX);
     std::vector<int> rows = candidateIntervals(point[1], tolerance, m_numY, coordY);
-    for (int i : columns) {
-        for (int j : rows) {
-            int cellIndex = i * (m_numY - 1) + j;
-            if (testedCells.find(cellIndex) >= 0)
-                continue;
-            const PbCell* cell = getCell(cellIndex);
-            if (cell->locatePoint(point, tolerance, pcoord))
+    for (int i : columns)
+        for (int j : rows)
+            if (const PbCell* cell = locateInUntestedCell(i * (m_numY - 1) + j, point, tolerance,
+                                                          pcoord, testedCells))
                 return cell;
-        }
-    }
     return nullptr;
 }

@@ -259,14 +259,10 @@ const PbCell* PbGrid3D::findContainingCellOnAxes(const SbVec3f& point, float tol
         m_axes->candidateCells(axis, point[axis], tolerance, lo[axis], hi[axis]);
     for (int i = lo[0]; i <= hi[0]; ++i)
         for (int j = lo[1]; j <= hi[1]; ++j)
-            for (int k = lo[2]; k <= hi[2]; ++k) {
-                int cellIndex = cellIndexOf(i, j, k);
-                if (testedCells.find(cellIndex) >= 0)
-                    continue;
-                const PbCell* cell = getCell(cellIndex);
-                if (cell->locatePoint(point, tolerance, pcoord))
+            for (int k = lo[2]; k <= hi[2]; ++k)
+                if (const PbCell* cell = locateInUntestedCell(cellIndexOf(i, j, k), point,
+                                                              tolerance, pcoord, testedCells))
                     return cell;
-            }
     return nullptr;
 }
 

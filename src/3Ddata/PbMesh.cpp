@@ -489,12 +489,10 @@ const PbCell* PbMesh::findContainingCell(const SbVec3f& point, float tolerance, 
     PbArrayOfInt nodeNeighbours;
     getAdjacentCellsIndByNode(hintIndex, nodeNeighbours);
     for (int n = 0; n < nodeNeighbours.getNum(); ++n) {
-        if (m_testedCells.find(nodeNeighbours[n]) >= 0)
-            continue;
-        const PbCell* cell = getCell(nodeNeighbours[n]);
-        if (cell->locatePoint(point, tolerance, pcoord))
+        if (const PbCell* cell =
+                locateInUntestedCell(nodeNeighbours[n], point, tolerance, pcoord, m_testedCells))
             return cell;
-        m_testedCells.add(nodeNeighbours[n]);
+        appendIfNew(m_testedCells, nodeNeighbours[n]);
     }
 
     m_testedCells.add(hintIndex);
@@ -508,15 +506,18 @@ const PbCell* PbMesh::findContainingCellInIndex(const SbVec3f& point, float tole
         m_cellIndex = std::make_unique<PiCellBoxIndex>(*this);
     const PbCell* found = nullptr;
     m_cellIndex->forEachCandidate(point, tolerance, [&](int cellIndex) {
-        if (testedCells.find(cellIndex) >= 0)
-            return false;
-        const PbCell* cell = getCell(cellIndex);
-        if (!cell->locatePoint(point, tolerance, pcoord))
-            return false;
-        found = cell;
-        return true;
+        found = locateInUntestedCell(cellIndex, point, tolerance, pcoord, testedCells);
+        return found != nullptr;
     });
     return found;
+}
+
+const PbCell* PbMesh::locateInUntestedCell(int cellIndex, const SbVec3f& point, float tolerance,
+                                           SbVec3f& pcoord, const PbArrayOfInt& testedCells) const {
+    if (testedCells.find(cellIndex) >= 0)
+        return nullptr;
+    const PbCell* cell = getCell(cellIndex);
+    return cell->locatePoint(point, tolerance, pcoord) ? cell : nullptr;
 }
 
 void PbMesh::setCoordinates(const float*, const float*, const float*) {}

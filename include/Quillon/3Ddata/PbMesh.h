@@ -144,6 +144,10 @@ protected:
     // is that of testing every cell in order.
     const PbCell* findContainingCellInIndex(const SbVec3f& point, float tolerance, SbVec3f& pcoord,
                                             const PbArrayOfInt& testedCells) const;
+    // The cell cellIndex when it is not in testedCells and contains the
+    // point, else null: the step of every search over candidate cells.
+    const PbCell* locateInUntestedCell(int cellIndex, const SbVec3f& point, float tolerance,
+                                       SbVec3f& pcoord, const PbArrayOfInt& testedCells) const;
 
     // Before the mesh takes numNodes nodes and numCells cells: a duplicating
     // mesh removes the sets whose length would no longer match, every set when

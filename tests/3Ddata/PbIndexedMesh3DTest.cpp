@@ -44,15 +44,6 @@ TEST_F(PbIndexedMesh3DTest, EachCellComesAsItsKind) {
     EXPECT_EQ(mesh.getCellNodeIndices(4, numCellNodes), nullptr);
 }
 
-TEST_F(PbIndexedMesh3DTest, LocatesPointsInEveryKind) {
-    const SbVec3f points[] = {SbVec3f(0.5f, 0.5f, 0.5f), SbVec3f(0.5f, 0.5f, 1.4f),
-                              SbVec3f(1.3f, 0.2f, 0.5f), SbVec3f(0.1f, 0.1f, -0.2f)};
-    for (int c = 0; c < 4; ++c) {
-        SbVec3f pcoord;
-        EXPECT_EQ(meshtest::locatedIndex(mesh.findContainingCell(points[c], 0.0f, pcoord)), c);
-    }
-}
-
 TEST_F(PbIndexedMesh3DTest, VolumeSumsTheCellsAndFacetNeighboursOwnTheWholeFacet) {
     EXPECT_NEAR(mesh.getVolume(), 1.0f + 1.0f / 3 + 0.5f + 1.0f / 6, 1e-5f);
     PbArrayOfInt neighbours;

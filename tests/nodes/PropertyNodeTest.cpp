@@ -46,15 +46,9 @@ SoCallback* probe(std::function<void(SoState*)>& read) {
 
 // What the library's elements hold at one place of the graph.
 struct Snapshot {
-    const void* dataMapping;
-    const PbDomain* domain;
-    const void* isovalues;
-    const PbMiscTextAttr* textAttributes;
-    const PbNumericDisplayFormat* format;
-    const void* dates;
-    const void* cellFilter;
-    const void* lineFilter;
-    const void* profile;
+    // Data mapping, domain, isovalues, text attributes, numeric format, date
+    // format, cell filter, line-mesh filter and profile.
+    std::vector<const void*> objects;
     PoMesh1DHints::GeomInterpretation hints;
     std::tuple<int, float, PoBevelEdge::RadiusFlag, float> bevel;
     std::tuple<PoLabelHints::LabelPath, PoLabelHints::Justification, std::string, int, int> label;
@@ -62,15 +56,15 @@ struct Snapshot {
 
 Snapshot snapshotOf(SoState* state) {
     Snapshot s;
-    s.dataMapping = PoDataMappingElement::get(state);
-    s.domain = PoDomainElement::get(state);
-    s.isovalues = PoIsovaluesListElement::get(state);
-    s.textAttributes = PoMiscTextAttrElement::get(state);
-    s.format = PoNumericDisplayFormatElement::get(state);
-    s.dates = PoDateFormatMappingElement::get(state);
-    s.cellFilter = PoCellFilterElement::get(state);
-    s.lineFilter = PoMesh1DFilterElement::get(state);
-    s.profile = PoProfileElement::get(state);
+    s.objects = {PoDataMappingElement::get(state),
+                 PoDomainElement::get(state),
+                 PoIsovaluesListElement::get(state),
+                 PoMiscTextAttrElement::get(state),
+                 PoNumericDisplayFormatElement::get(state),
+                 PoDateFormatMappingElement::get(state),
+                 PoCellFilterElement::get(state),
+                 PoMesh1DFilterElement::get(state),
+                 PoProfileElement::get(state)};
     s.hints = PoMesh1DHintsElement::get(state);
     int on = 0;
     float radius = 0, angle = 0;
@@ -86,23 +80,22 @@ Snapshot snapshotOf(SoState* state) {
     return s;
 }
 
+// Null but for the domain, text attributes and numeric format, which have
+// default objects.
 void expectDefaults(const Snapshot& s) {
-    EXPECT_EQ(s.dataMapping, nullptr);
-    ASSERT_NE(s.domain, nullptr);
-    EXPECT_EQ(s.domain->getDeltaX(), 1);
-    EXPECT_EQ(s.isovalues, nullptr);
-    ASSERT_NE(s.textAttributes, nullptr);
-    EXPECT_TRUE(s.textAttributes->isOutliningEnabled());
-    ASSERT_NE(s.format, nullptr);
+    const auto* domain = static_cast<const PbDomain*>(s.objects[1]);
+    const auto* text = static_cast<const PbMiscTextAttr*>(s.objects[3]);
+    const auto* format = static_cast<const PbNumericDisplayFormat*>(s.objects[4]);
+    ASSERT_TRUE(domain && text && format);
+    EXPECT_EQ(domain->getDeltaX(), 1);
+    EXPECT_TRUE(text->isOutliningEnabled());
     PbNumericDisplayFormat::FormatType type = PbNumericDisplayFormat::FLOAT_FORMAT;
     int tenPower = -1, numDecimal = -1;
-    s.format->getFormat(type, tenPower, numDecimal);
-    EXPECT_EQ(type, PbNumericDisplayFormat::AUTO_FORMAT);
-    EXPECT_EQ(tenPower + numDecimal, 0);
-    EXPECT_EQ(s.dates, nullptr);
-    EXPECT_EQ(s.cellFilter, nullptr);
-    EXPECT_EQ(s.lineFilter, nullptr);
-    EXPECT_EQ(s.profile, nullptr);
+    format->getFormat(type, tenPower, numDecimal);
+    EXPECT_EQ(std::make_tuple(type, tenPower, numDecimal),
+              std::make_tuple(PbNumericDisplayFormat::AUTO_FORMAT, 0, 0));
+    EXPECT_EQ(s.objects, (std::vector<const void*>{nullptr, domain, nullptr, text, format, nullptr,
+                                                   nullptr, nullptr, nullptr}));
     EXPECT_EQ(s.hints, PoMesh1DHintsElement::getDefault());
     EXPECT_EQ(s.bevel, std::make_tuple(1, 0.05f, PoBevelEdge::RELATIVE_RADIUS, 0.5f));
     EXPECT_EQ(s.label, std::make_tuple(PoLabelHints::PATH_DEPEND,
@@ -195,17 +188,17 @@ TEST_F(PropertyNodeTest, ElementsHoldWhatTheNodesAboveSetWithinTheirSeparator) {
     ASSERT_EQ(seen.size(), 2u);
     expectDefaults(seen[1]);
     const Snapshot& s = seen[0];
-    EXPECT_EQ(s.dataMapping, nodes.mapping->getDataMapping());
-    EXPECT_EQ(s.domain, nodes.domain->getDomain());
-    EXPECT_EQ(s.isovalues, nodes.isovalues->getIsovaluesList());
-    EXPECT_EQ(s.textAttributes, nodes.text->getMiscTextAttr());
-    EXPECT_FALSE(s.textAttributes->isOutliningEnabled());
-    EXPECT_EQ(s.format, nodes.format->getFormat());
-    EXPECT_EQ(s.dates, nodes.dates->getDateFormatMapping());
-    EXPECT_EQ(s.cellFilter, nodes.cellFilter);
-    EXPECT_EQ(s.lineFilter, nodes.lineFilter);
-    EXPECT_EQ(s.profile, nodes.profile);
+    EXPECT_EQ(s.objects, (std::vector<const void*>{
+                             nodes.mapping->getDataMapping(), nodes.domain->getDomain(),
+                             nodes.isovalues->getIsovaluesList(), nodes.text->getMiscTextAttr(),
+                             nodes.format->getFormat(), nodes.dates->getDateFormatMapping(),
+                             nodes.cellFilter, nodes.lineFilter, nodes.profile}));
     EXPECT_EQ(s.hints, PoMesh1DHints::STAIRS_Y);
+    EXPECT_FALSE(nodes.text->getMiscTextAttr()->isOutliningEnabled());
+    PbNumericDisplayFormat::FormatType type = PbNumericDisplayFormat::AUTO_FORMAT;
+    int tenPower = 0, numDecimal = 0;
+    nodes.format->getFormat()->getFormat(type, tenPower, numDecimal);
+    EXPECT_EQ(type, PbNumericDisplayFormat::INTEGER_FORMAT);
     EXPECT_EQ(s.bevel, std::make_tuple(0, 0.2f, PoBevelEdge::ABSOLUTE_RADIUS, 0.75f));
     EXPECT_EQ(s.label, std::make_tuple(PoLabelHints::PATH_UP, PoLabelHints::CENTER,
                                        std::string("T (K)"), 3, 2));

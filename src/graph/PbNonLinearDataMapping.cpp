@@ -12,30 +12,21 @@ SbColor fromHls(const SbVec3f& hls) {
 
 PbNonLinearDataMapping::PbNonLinearDataMapping() = default;
 
+// The forms without user data keep the user data the others share.
 void PbNonLinearDataMapping::setRGBFunction(RGBFunction function) {
-    clearColorFunctions();
-    m_rgbFunction = function;
-    notifyChanged();
+    useColorFunction(m_rgbFunction, function, m_userData);
 }
 
 void PbNonLinearDataMapping::setRGBFunction(RGBFunctionWithData function, void* userData) {
-    clearColorFunctions();
-    m_rgbFunctionWithData = function;
-    m_userData = userData;
-    notifyChanged();
+    useColorFunction(m_rgbFunctionWithData, function, userData);
 }
 
 void PbNonLinearDataMapping::setHLSFunction(HLSFunction function) {
-    clearColorFunctions();
-    m_hlsFunction = function;
-    notifyChanged();
+    useColorFunction(m_hlsFunction, function, m_userData);
 }
 
 void PbNonLinearDataMapping::setHLSFunction(HLSFunctionWithData function, void* userData) {
-    clearColorFunctions();
-    m_hlsFunctionWithData = function;
-    m_userData = userData;
-    notifyChanged();
+    useColorFunction(m_hlsFunctionWithData, function, userData);
 }
 
 void PbNonLinearDataMapping::setTransparencyFunction(TransparencyFunction function) {

@@ -35,6 +35,14 @@ protected:
     void computeColor(float value, float& transparency) const override;
 
 private:
+    // Makes the function the only colour function, with its user data.
+    template <typename Function>
+    void useColorFunction(Function& slot, Function function, void* userData) {
+        clearColorFunctions();
+        slot = function;
+        m_userData = userData;
+        notifyChanged();
+    }
     void clearColorFunctions();
     SbColor colorOf(float value) const;
     float transparencyOf(float value) const;

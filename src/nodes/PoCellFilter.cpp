@@ -13,5 +13,5 @@ PoCellFilter::PoCellFilter() {
 PoCellFilter::~PoCellFilter() = default;
 
 void PoCellFilter::doAction(SoAction* action) {
-    PoCellFilterElement::set(action->getState(), this, this);
+    PoCellFilterElement::set(action->getState(), this);
 }

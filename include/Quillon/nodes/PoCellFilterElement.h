@@ -8,4 +8,8 @@ class PoCellFilter;
 // The cell filter node; null when none was met.
 class PoCellFilterElement : public SoReplacedElement {
     PO_POINTER_ELEMENT_HEADER(PoCellFilterElement, PoCellFilter);
+
+public:
+    // The filter node is both the node that sets the element and its value.
+    static void set(SoState* state, PoCellFilter* filter);
 };

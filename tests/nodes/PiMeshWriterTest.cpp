@@ -1,6 +1,8 @@
 #include "nodes/MeshFieldTestHelpers.h"
 #include "support/SceneIO.h"
 
+#include <algorithm>
+
 using namespace meshfieldtest;
 
 class PiMeshWriterTest : public MeshFieldTest {};

@@ -5,10 +5,7 @@ PO_ELEMENT_SOURCE(PoLabelHintsElement, SoReplacedElement)
 PoLabelHintsElement::~PoLabelHintsElement() = default;
 
 void PoLabelHintsElement::reset() {
-    m_path = PoLabelHints::PATH_DEPEND;
-    m_justification = PoLabelHints::JUSTIFICATION_DEPEND;
-    m_text.makeEmpty();
-    m_labelStep = 0;
+    m_labelStep = getDefault(m_path, m_justification, m_text);
     m_firstLabel = 0;
 }
 
@@ -43,12 +40,8 @@ const PoLabelHintsElement* PoLabelHintsElement::getReadable(SoState* state) {
 int PoLabelHintsElement::get(SoState* state, PoLabelHints::LabelPath& path,
                              PoLabelHints::Justification& justification, SbString& text) {
     const PoLabelHintsElement* element = getReadable(state);
-    if (!element) {
-        path = PoLabelHints::PATH_DEPEND;
-        justification = PoLabelHints::JUSTIFICATION_DEPEND;
-        text.makeEmpty();
-        return 0;
-    }
+    if (!element)
+        return getDefault(path, justification, text);
     path = element->m_path;
     justification = element->m_justification;
     text = element->m_text;
@@ -58,4 +51,12 @@ int PoLabelHintsElement::get(SoState* state, PoLabelHints::LabelPath& path,
 int PoLabelHintsElement::getFirstLabel(SoState* state) {
     const PoLabelHintsElement* element = getReadable(state);
     return element ? element->m_firstLabel : 0;
+}
+
+int PoLabelHintsElement::getDefault(PoLabelHints::LabelPath& path,
+                                    PoLabelHints::Justification& justification, SbString& text) {
+    path = PoLabelHints::PATH_DEPEND;
+    justification = PoLabelHints::JUSTIFICATION_DEPEND;
+    text.makeEmpty();
+    return 0;
 }

@@ -98,8 +98,15 @@ void expectDefaults(const Snapshot& s) {
                                                    nullptr, nullptr, nullptr}));
     EXPECT_EQ(s.hints, PoMesh1DHintsElement::getDefault());
     EXPECT_EQ(s.bevel, std::make_tuple(1, 0.05f, PoBevelEdge::RELATIVE_RADIUS, 0.5f));
-    EXPECT_EQ(s.label, std::make_tuple(PoLabelHints::PATH_DEPEND,
-                                       PoLabelHints::JUSTIFICATION_DEPEND, std::string(), 0, 0));
+    const auto labelDefaults = std::make_tuple(
+        PoLabelHints::PATH_DEPEND, PoLabelHints::JUSTIFICATION_DEPEND, std::string(), 0);
+    EXPECT_EQ(s.label, std::tuple_cat(labelDefaults, std::make_tuple(0)));
+    PoLabelHints::LabelPath path = PoLabelHints::PATH_UP;
+    PoLabelHints::Justification justification = PoLabelHints::LEFT;
+    SbString labelText("x");
+    const int labelStep = PoLabelHintsElement::getDefault(path, justification, labelText);
+    EXPECT_EQ(std::make_tuple(path, justification, std::string(labelText.getString()), labelStep),
+              labelDefaults);
 }
 
 // One node for each element, its fields off their defaults.

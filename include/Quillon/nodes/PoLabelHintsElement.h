@@ -21,6 +21,10 @@ public:
     static int get(SoState* state, PoLabelHints::LabelPath& path,
                    PoLabelHints::Justification& justification, SbString& text);
     static int getFirstLabel(SoState* state);
+    // What the element holds when no hints node was met; returns the label
+    // step.  The first label is then 0.
+    static int getDefault(PoLabelHints::LabelPath& path, PoLabelHints::Justification& justification,
+                          SbString& text);
 
 protected:
     ~PoLabelHintsElement() override;

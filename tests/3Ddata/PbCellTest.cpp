@@ -119,8 +119,13 @@ TEST_F(PbCellTest, TablesAndNodeIdsFollowTheCellModel) {
         EXPECT_EQ(cell->getNumFacets(), static_cast<int>(kind.facets.size()));
         EXPECT_EQ(cell->getNumEdges(), static_cast<int>(kind.edges.size()));
         EXPECT_EQ(cell->getIndex(), -1);
-        for (int node = 0; node < cell->getNumNodes(); ++node)
+        float weights[PbCell::MAX_NODES];
+        for (int node = 0; node < cell->getNumNodes(); ++node) {
             EXPECT_EQ(cell->getNodeCoord(node), kind.reference[node]) << "node " << node;
+            cell->getWeight(kind.reference[node], weights); // one at its node only
+            for (int other = 0; other < cell->getNumNodes(); ++other)
+                EXPECT_EQ(weights[other], other == node ? 1.0f : 0.0f) << node << ", " << other;
+        }
 
         std::vector<int> ids = meshIds(cell->getNumNodes());
         cell->set(42, ids.data(), kind.reference.data());
@@ -159,19 +164,6 @@ TEST_F(PbCellTest, OutOfRangeNumbersGiveEmptyAnswersAndAMessage) {
     EXPECT_EQ(cell.getNodeIndex(8), -1);
     EXPECT_EQ(cell.getNodeCoord(-1), SbVec3f(0, 0, 0));
     EXPECT_EQ(errors.messages().size(), 4u);
-}
-
-TEST_F(PbCellTest, EachWeightIsOneAtItsNodeOnly) {
-    for (const Kind& kind : allKinds()) {
-        SCOPED_TRACE(kind.name);
-        std::unique_ptr<PbCell> cell = kind.make();
-        float weights[PbCell::MAX_NODES];
-        for (int node = 0; node < cell->getNumNodes(); ++node) {
-            cell->getWeight(kind.reference[node], weights);
-            for (int other = 0; other < cell->getNumNodes(); ++other)
-                EXPECT_EQ(weights[other], other == node ? 1.0f : 0.0f) << node << ", " << other;
-        }
-    }
 }
 
 TEST_F(PbCellTest, DerivativesMatchFiniteDifferencesOfTheWeights) {
@@ -253,7 +245,7 @@ TEST_F(PbCellTest, SharedFacetsAndTolerance) {
 // Mirrored volume cells turn inside out, except the voxel whose order is
 // fixed; case ids read the flags at the mesh node ids and turn "every node
 // set" into 0, as "none set".
-TEST_F(PbCellTest, MeasuresOrderingAndCaseIds) {
+TEST_F(PbCellTest, MeasuresOrderingCaseIdsAndDegenerateCells) {
     for (const Kind& kind : allKinds()) {
         SCOPED_TRACE(kind.name);
         std::unique_ptr<PbCell> cell = kind.make();
@@ -281,6 +273,15 @@ TEST_F(PbCellTest, MeasuresOrderingAndCaseIds) {
         bool keepsOrder = surface || std::string(kind.name) == "voxel";
         EXPECT_EQ(cell->getOrdering(), keepsOrder ? 1 : 0);
         EXPECT_NEAR(cell->getVolume(), kind.volume, 1e-6f);
+
+        // All nodes at one point: nothing is located, nothing is measured.
+        Coords collapsed(kind.reference.size(), SbVec3f(1, 2, 3));
+        cell->set(0, ids.data(), collapsed.data());
+        SbVec3f pcoord;
+        EXPECT_EQ(cell->locatePoint(SbVec3f(1, 2, 3), 1.0f, pcoord), 0);
+        EXPECT_TRUE(meshtest::isFinite(pcoord));
+        EXPECT_EQ(cell->getVolume(), 0.0f);
+        EXPECT_EQ(cell->getArea(), 0.0f);
     }
     EXPECT_EQ(PbVoxelCell().getMCcase(37), PbHexahedronCell().getMCcase(37));
     // The top edge 4-5 of a cube pulled down onto its bottom: half the cube.
@@ -295,20 +296,6 @@ TEST_F(PbCellTest, MeasuresOrderingAndCaseIds) {
     sloped.set(0, ids.data(), s_hexRef.data());
     EXPECT_EQ(sloped.getIsosurfCaseId(std::vector<bool>(ids[0], true)), 0);
     EXPECT_TRUE(errors.contains("PbVolumeCell::getIsosurfCaseId"));
-}
-
-TEST_F(PbCellTest, DegenerateCellsLocateNothingAndMeasureZero) {
-    for (const Kind& kind : allKinds()) {
-        SCOPED_TRACE(kind.name);
-        std::unique_ptr<PbCell> cell = kind.make();
-        Coords collapsed(kind.reference.size(), SbVec3f(1, 2, 3));
-        cell->set(0, nullptr, collapsed.data());
-        SbVec3f pcoord;
-        EXPECT_EQ(cell->locatePoint(SbVec3f(1, 2, 3), 1.0f, pcoord), 0);
-        EXPECT_TRUE(meshtest::isFinite(pcoord));
-        EXPECT_EQ(cell->getVolume(), 0.0f);
-        EXPECT_EQ(cell->getArea(), 0.0f);
-    }
 }
 
 TEST_F(PbCellTest, FillingFromMeshArraysReadsAtTheNodeIds) {

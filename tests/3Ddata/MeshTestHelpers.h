@@ -106,6 +106,28 @@ inline std::vector<int> gridQuadrangles(int numX, int numY) {
     return cells;
 }
 
+// A quadrangle beside two triangles, whose cells read
+//   3---4---5
+//   |   | / |
+//   0---1---2
+namespace mixedsurface {
+inline constexpr float x[] = {0, 1, 2, 0, 1, 2};
+inline constexpr float y[] = {0, 0, 0, 1, 1, 1};
+inline constexpr int types[] = {4, 3, 3};
+inline constexpr int cells[] = {0, 1, 4, 3, 1, 2, 5, 1, 5, 4};
+} // namespace mixedsurface
+
+// A unit cube (hexahedron 0) with a pyramid on its top, a wedge against its
+// x = 1 face and a tetrahedron below its bottom.
+namespace mixedvolume {
+inline constexpr float x[] = {0, 1, 1, 0, 0, 1, 1, 0, 0.5f, 2, 2, 0};
+inline constexpr float y[] = {0, 0, 1, 1, 0, 0, 1, 1, 0.5f, 0, 0, 0};
+inline constexpr float z[] = {0, 0, 0, 0, 1, 1, 1, 1, 2, 0, 1, -1};
+inline constexpr int types[] = {8, 5, 6, 4};
+inline constexpr int cells[] = {0, 1, 2, 3, 4, 5,  6, 7, 4, 5, 6, 7,
+                                8, 1, 9, 2, 5, 10, 6, 0, 1, 3, 11};
+} // namespace mixedvolume
+
 // The first cell, in index order, that contains the point: what point
 // location must find, computed by testing every cell.
 inline int locateByTestingEveryCell(const PbMesh& mesh, const SbVec3f& point, float tolerance,

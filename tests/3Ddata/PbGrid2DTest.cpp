@@ -7,7 +7,6 @@
 
 #include "3Ddata/MeshTestHelpers.h"
 
-#include <climits>
 #include <cmath>
 
 using meshtest::cellNodes;
@@ -152,25 +151,6 @@ TEST_F(PbGrid2DTest, SettingTheGeometryNotifiesAndDrawsNewIds) {
     EXPECT_EQ(grid.getChangeType(), PbBase::GEOMETRY);
     grid.setGeometry(3, 2, 0.0f, 0.0f, 2.0f, 2.0f);
     EXPECT_NE(grid.getTopologyId(), topology);
-}
-
-TEST_F(PbGrid2DTest, BadSizesAndMissingArraysLeaveTheGridAsItWas) {
-    PbParalCartesianGrid2D grid;
-    makeParal(grid);
-    unsigned int geometry = grid.getGeometryId();
-    const float x[] = {0, 1};
-    grid.setGeometry(-1, 2, x, x);
-    grid.setGeometry(2, 2, x, nullptr);
-    grid.setGeometry(INT_MAX, 3, x, x);
-    PbRegularCartesianGrid2D regular;
-    regular.setGeometry(-3, 2, 0.0f, 0.0f, 1.0f, 1.0f);
-    EXPECT_EQ(errors().messages().size(), 4u);
-    EXPECT_TRUE(errors().contains("PbGrid2D::setGeometry"));
-    EXPECT_TRUE(errors().contains("PbRegularCartesianGrid2D::setGeometry"));
-    EXPECT_EQ(grid.getNumNodes(), 6);
-    EXPECT_EQ(grid.getGeometryId(), geometry);
-    EXPECT_EQ(grid.getNodeCoord(5), SbVec3f(20, 1, 0));
-    EXPECT_EQ(regular.getNumNodes(), 0);
 }
 
 TEST_F(PbGrid2DTest, PrintsTheRegularGridLineByLine) {

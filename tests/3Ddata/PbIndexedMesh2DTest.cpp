@@ -15,15 +15,11 @@ using meshtest::toVector;
 
 namespace {
 
-// Two unit squares side by side: a quadrangle on the left, two triangles
-// on the right.
-//   3---4---5
-//   |   | / |
-//   0---1---2
-const float X[] = {0, 1, 2, 0, 1, 2};
-const float Y[] = {0, 0, 0, 1, 1, 1};
-const int TYPES[] = {4, 3, 3};
-const int CELLS[] = {0, 1, 4, 3, 1, 2, 5, 1, 5, 4};
+// A quadrangle beside two triangles.
+const auto& X = meshtest::mixedsurface::x;
+const auto& Y = meshtest::mixedsurface::y;
+const auto& TYPES = meshtest::mixedsurface::types;
+const auto& CELLS = meshtest::mixedsurface::cells;
 
 class PbIndexedMesh2DTest : public meshtest::MeshTest {
 protected:
@@ -184,51 +180,6 @@ TEST_F(PbIndexedMesh2DTest, ZCoordinatesCanBeReplacedPushedAndPopped) {
     EXPECT_TRUE(errors().messages().empty());
     mesh.popZCoord();
     EXPECT_TRUE(errors().contains("PbMesh2D::popZCoord"));
-}
-
-TEST_F(PbIndexedMesh2DTest, BadCellsLeaveTheMeshAsItWas) {
-    PbIndexedMesh2D mesh;
-    makeMixed(mesh);
-    unsigned int geometry = mesh.getGeometryId();
-    const int beyond[] = {0, 1, 6};
-    const int three[] = {3};
-    const int five[] = {5};
-    const int negative[] = {0, -1, 2};
-    mesh.setGeometry(6, X, Y, 1, three, beyond);
-    mesh.setGeometry(6, X, Y, 1, three, negative);
-    mesh.setGeometry(6, X, Y, 1, five, CELLS);
-    mesh.setGeometry(6, X, Y, 1, nullptr, CELLS);
-    mesh.setGeometry(6, nullptr, Y, 3, TYPES, CELLS);
-    mesh.setGeometry(-6, X, Y, 3, TYPES, CELLS);
-    mesh.setGeometry(6, X, Y, -1, TYPES, CELLS);
-    EXPECT_EQ(errors().messages().size(), 7u);
-    EXPECT_TRUE(errors().contains("PbIndexedMesh2D::setGeometry"));
-    EXPECT_TRUE(errors().contains("node 6"));
-    EXPECT_EQ(mesh.getNumNodes(), 6);
-    EXPECT_EQ(mesh.getNumCells(), 3);
-    EXPECT_EQ(mesh.getGeometryId(), geometry);
-    EXPECT_EQ(cellNodes(mesh, 2), (std::vector<int>{1, 5, 4}));
-
-    // Meshes of one cell kind refuse cells of another size.
-    PbTriangleMesh2D triangles;
-    const int tri[] = {1, 2, 5};
-    triangles.setGeometry(6, X, Y, 1, tri);
-    PbIndexedMesh2D& asIndexed = triangles;
-    asIndexed.setGeometry(6, X, Y, 3, TYPES, CELLS);
-    EXPECT_EQ(errors().messages().size(), 8u);
-    EXPECT_EQ(triangles.getNumCells(), 1);
-    int numNodes, numCells;
-    const float *x, *y, *z;
-    const int *types, *indices;
-    triangles.getGeometry(numNodes, x, y, z, numCells, types, indices);
-    EXPECT_EQ(types, nullptr);
-    EXPECT_EQ(indices[2], 5);
-
-    PbQuadrangleMesh2D quadrangles;
-    const int quadrangleBeyond[] = {0, 1, 4, 9};
-    quadrangles.setGeometry(6, X, Y, 1, quadrangleBeyond);
-    EXPECT_TRUE(errors().contains("PbQuadrangleMesh2D::setGeometry"));
-    EXPECT_TRUE(quadrangles.isEmpty());
 }
 
 TEST_F(PbIndexedMesh2DTest, CopiesOwnTheirDataAndReferencingMeshesDoNot) {

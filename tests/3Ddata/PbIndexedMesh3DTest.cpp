@@ -2,19 +2,16 @@
 #include <Quillon/PoQuillon.h>
 
 #include "3Ddata/MeshTestHelpers.h"
-#include "support/ErrorRecorder.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-// A unit cube (hexahedron 0) with a pyramid on its top, a wedge against its
-// x = 1 face and a tetrahedron below its bottom.
-const float s_x[] = {0, 1, 1, 0, 0, 1, 1, 0, 0.5f, 2, 2, 0};
-const float s_y[] = {0, 0, 1, 1, 0, 0, 1, 1, 0.5f, 0, 0, 0};
-const float s_z[] = {0, 0, 0, 0, 1, 1, 1, 1, 2, 0, 1, -1};
-const int s_types[] = {8, 5, 6, 4};
-const int s_cells[] = {0, 1, 2, 3, 4, 5, 6, 7, 4, 5, 6, 7, 8, 1, 9, 2, 5, 10, 6, 0, 1, 3, 11};
+const auto& s_x = meshtest::mixedvolume::x;
+const auto& s_y = meshtest::mixedvolume::y;
+const auto& s_z = meshtest::mixedvolume::z;
+const auto& s_types = meshtest::mixedvolume::types;
+const auto& s_cells = meshtest::mixedvolume::cells;
 
 class PbIndexedMesh3DTest : public ::testing::Test {
 protected:
@@ -54,22 +51,6 @@ TEST_F(PbIndexedMesh3DTest, VolumeSumsTheCellsAndFacetNeighboursOwnTheWholeFacet
     mesh.getAdjacentCellsIndByFacet(3, neighbours);
     EXPECT_EQ(std::vector<int>(neighbours.get(), neighbours.get() + neighbours.getNum()),
               (std::vector<int>{0}));
-}
-
-TEST_F(PbIndexedMesh3DTest, BadCellsAreReportedAndLeaveTheMeshAsItWas) {
-    ErrorRecorder errors;
-    const int wrongType[] = {8, 7, 6, 4};
-    int beyond[23];
-    std::copy(s_cells, s_cells + 23, beyond);
-    beyond[22] = 12;
-    mesh.setGeometry(12, s_x, s_y, s_z, 4, wrongType, s_cells);
-    mesh.setGeometry(12, s_x, s_y, s_z, 4, s_types, beyond);
-    mesh.setGeometry(12, s_x, s_y, s_z, 4, nullptr, s_cells);
-    mesh.setGeometry(12, s_x, s_y, s_z, -1, s_types, s_cells);
-    EXPECT_EQ(errors.messages().size(), 4u);
-    EXPECT_TRUE(errors.contains("PbIndexedMesh3D::setGeometry"));
-    EXPECT_EQ(mesh.getNumCells(), 4);
-    EXPECT_EQ(mesh.getCell(3)->getNodeIndex(3), 11);
 }
 
 TEST_F(PbIndexedMesh3DTest, PrintReportsItsStorage) {

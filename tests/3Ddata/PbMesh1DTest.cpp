@@ -82,21 +82,6 @@ TEST_F(PbMesh1DTest, ValuesAreInterpolatedAlongTheLine) {
     EXPECT_TRUE(errors().contains("PbMesh1D::getValue"));
 }
 
-TEST_F(PbMesh1DTest, BadSizesLeaveTheMeshAsItWas) {
-    PbIrregularMesh1D irregular;
-    const float x[] = {0, 1, 2};
-    irregular.setGeometry(3, x);
-    unsigned int geometry = irregular.getGeometryId();
-    irregular.setGeometry(-1, x);
-    irregular.setGeometry(2, nullptr);
-    PbRegularMesh1D regular;
-    regular.setGeometry(-4, 0.0f, 1.0f);
-    EXPECT_EQ(errors().messages().size(), 3u);
-    EXPECT_EQ(irregular.getSize(), 3);
-    EXPECT_EQ(irregular.getGeometryId(), geometry);
-    EXPECT_EQ(regular.getSize(), 0);
-}
-
 TEST_F(PbMesh1DTest, Prints) {
     PbRegularMesh1D regular;
     regular.setGeometry(2, -0.5f, 0.25f);

@@ -92,24 +92,15 @@ std::unique_ptr<PbMesh> tetrahedra() {
                                                  block.cells.data());
 }
 
-// A unit cube with a pyramid on its top, a wedge against its x = 1 face and
-// a tetrahedron below its bottom.
 std::unique_ptr<PbMesh> mixedCells() {
-    const float x[] = {0, 1, 1, 0, 0, 1, 1, 0, 0.5f, 2, 2, 0};
-    const float y[] = {0, 0, 1, 1, 0, 0, 1, 1, 0.5f, 0, 0, 0};
-    const float z[] = {0, 0, 0, 0, 1, 1, 1, 1, 2, 0, 1, -1};
-    const int types[] = {8, 5, 6, 4};
-    const int cells[] = {0, 1, 2, 3, 4, 5, 6, 7, 4, 5, 6, 7, 8, 1, 9, 2, 5, 10, 6, 0, 1, 3, 11};
+    using namespace meshtest::mixedvolume;
     return std::make_unique<PbIndexedMesh3D>(12, x, y, z, 4, types, cells);
 }
 
-// A quadrangle beside two triangles, and a regular grid whose last column
-// rises to z = 10: the points must also lie near each cell's plane.
+// Mixed surface cells, and a regular grid whose last column rises to z = 10:
+// the points must also lie near each cell's plane.
 std::unique_ptr<PbMesh> mixedSurface() {
-    const float x[] = {0, 1, 2, 0, 1, 2};
-    const float y[] = {0, 0, 0, 1, 1, 1};
-    const int types[] = {4, 3, 3};
-    const int cells[] = {0, 1, 4, 3, 1, 2, 5, 1, 5, 4};
+    using namespace meshtest::mixedsurface;
     auto mesh = std::make_unique<PbIndexedMesh2D>();
     mesh->setGeometry(6, x, y, 3, types, cells);
     return mesh;

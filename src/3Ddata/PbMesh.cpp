@@ -323,6 +323,26 @@ void PbMesh::removeSetsNotFitting(int numNodes, int numCells) {
     }
 }
 
+namespace {
+template <typename T> std::vector<int> keysOf(const SetMap<T>& sets) {
+    std::vector<int> keys;
+    keys.reserve(sets.size());
+    for (const auto& entry : sets)
+        keys.push_back(entry.first);
+    return keys;
+}
+} // namespace
+
+std::vector<int> PbMesh::getValuesSetIndices() const {
+    return keysOf(m_sets->values);
+}
+std::vector<int> PbMesh::getStringsSetIndices() const {
+    return keysOf(m_sets->strings);
+}
+std::vector<int> PbMesh::getVecsSetIndices() const {
+    return keysOf(m_sets->vecs);
+}
+
 int PbMesh::getNumValuesSet() const {
     return static_cast<int>(m_sets->values.size());
 }

@@ -4,15 +4,10 @@
 #include <algorithm>
 #include <vector>
 
-// The value, string and vector sets of a mesh taken as a whole: their keys,
+// The value, string and vector sets of a mesh taken as a whole: their
 // copies and comparison.
 class PiMeshSets {
 public:
-    // Keys of the sets of each kind, in ascending order.
-    static std::vector<int> valuesKeys(const PbMesh& mesh);
-    static std::vector<int> stringsKeys(const PbMesh& mesh);
-    static std::vector<int> vecsKeys(const PbMesh& mesh);
-
     // Number of elements of a set of that binding on the mesh.
     static int numValues(const PbMesh& mesh, PbMesh::DataBinding binding);
 

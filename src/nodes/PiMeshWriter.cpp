@@ -103,9 +103,9 @@ void PiMeshWriter::floatList(const char* comment, std::initializer_list<float> v
 }
 
 void PiMeshWriter::writeSets(const PbMesh& mesh) {
-    const std::vector<int> valuesKeys = PiMeshSets::valuesKeys(mesh);
-    const std::vector<int> stringsKeys = PiMeshSets::stringsKeys(mesh);
-    const std::vector<int> vecsKeys = PiMeshSets::vecsKeys(mesh);
+    const std::vector<int> valuesKeys = mesh.getValuesSetIndices();
+    const std::vector<int> stringsKeys = mesh.getStringsSetIndices();
+    const std::vector<int> vecsKeys = mesh.getVecsSetIndices();
     const int unlisted = mesh.getNumValuesSet() + mesh.getNumStringsSet() + mesh.getNumVecsSet() -
                          static_cast<int>(valuesKeys.size() + stringsKeys.size() + vecsKeys.size());
     if (unlisted > 0)

@@ -128,12 +128,14 @@ TEST_F(PiMeshWriterTest, WritesTheNthSetOfEachKindAsSetN) {
     const SbString strings[] = {"p", "q"};
     field.addValuesSet(7, seven, PoMeshProperty::PER_CELL, "seven");
     field.addValuesSet(3, three, "three");
+    field.addValuesSet(-2000000000, three, "far");
     field.addStringsSet(-4, strings, "minus four");
     SbString text;
     field.get(text);
     const std::string written = text.getString();
-    for (const char* set : {"# set of scalars, index 0, binding per node\n  \"three\"",
-                            "# set of scalars, index 1, binding per cell\n  \"seven\"",
+    for (const char* set : {"# set of scalars, index 0, binding per node\n  \"far\"",
+                            "# set of scalars, index 1, binding per node\n  \"three\"",
+                            "# set of scalars, index 2, binding per cell\n  \"seven\"",
                             "# set of strings, index 0\n  \"minus four\""})
         EXPECT_NE(written.find(set), std::string::npos) << set << " in\n" << written;
 }

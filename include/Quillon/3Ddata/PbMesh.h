@@ -8,6 +8,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <vector>
 
 class PbCell;
 class PiCellBoxIndex;
@@ -60,6 +61,10 @@ public:
     virtual int getNumValuesSet() const;
     virtual int getNumStringsSet() const;
     virtual int getNumVecsSet() const;
+    // The indices under which sets are stored, in increasing order.
+    std::vector<int> getValuesSetIndices() const;
+    std::vector<int> getStringsSetIndices() const;
+    std::vector<int> getVecsSetIndices() const;
 
     // Return 0 and leave the output untouched when no set has that index.
     // The vector forms work on the vectors' lengths.

@@ -43,8 +43,8 @@ TEST_F(PbGrid2DTest, NumbersNodesAndCellsWithYFastest) {
     EXPECT_EQ(grid.getCell(-1), nullptr);
     EXPECT_EQ(grid.getCell(2), nullptr);
 
-    const float x[] = {0};
-    grid.setGeometry(1, 3, x, x);
+    const float x[] = {0}, y[] = {0, 1, 2};
+    grid.setGeometry(1, 3, x, y);
     EXPECT_EQ(grid.getNumNodes(), 3);
     EXPECT_EQ(grid.getNumCells(), 0);
     PbArrayOfInt limit, sizes;

@@ -144,10 +144,6 @@ PoBase::PoBase(CatchActionCallback customCallback)
     SO_KIT_ADD_CATALOG_ENTRY(domainTransform, SoMatrixTransform, TRUE, alternateRep, \x0, TRUE);
     SO_KIT_INIT_INSTANCE();
     installCallbacks();
-    setDomainTransform(m_domain);
-    m_domainTransformEnabled = 1;
-    m_domainUsedForRebuild = 1;
-    m_renderPending = 0;
 }
 
 PoBase::~PoBase() {
@@ -469,6 +465,9 @@ void PoBase::copyContents(const SoFieldContainer* from, SbBool copyConnections) 
 SbBool PoBase::readInstance(SoInput* in, unsigned short flags) {
     const SbBool ok = SoBaseKit::readInstance(in, flags);
     installCallbacks();
+    // The toolkit does not set up a kit's connections after reading it; doing
+    // so here marks the kit changed even when no watched field was read.
+    setUpConnections(TRUE, TRUE);
     return ok;
 }
 

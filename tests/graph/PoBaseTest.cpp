@@ -1,12 +1,12 @@
 #include <Quillon/PoQuillon.h>
 #include <Quillon/graph/PbDomain.h>
-#include <Quillon/nodes/PoDomainElement.h>
+#include <Quillon/nodes/PoDomain.h>
 
-#include "support/ErrorRecorder.h"
 #include "support/RecordingKit.h"
 #include "support/SceneIO.h"
 
 #include <Inventor/actions/SoCallbackAction.h>
+#include <Inventor/actions/SoSearchAction.h>
 #include <Inventor/actions/SoWriteAction.h>
 #include <Inventor/misc/SoState.h>
 #include <Inventor/nodes/SoCallback.h>
@@ -18,6 +18,23 @@
 #include <string>
 #include <vector>
 
+namespace {
+// The recording kit with the protected settings a derived kit would use.
+class ExposedKit : public RecordingKit {
+public:
+    using PoBase::isFieldHasChanged;
+    using PoBase::setDomainUsedForRebuild;
+    using PoBase::setDrawStyleAK;
+    using PoBase::setLightModel;
+    using PoBase::storeFieldsChanged;
+};
+
+// Records the domain the kit sees at the end of each rebuild.
+void recordDomain(void* data, PoBase* kit) {
+    *static_cast<const PbDomain**>(data) = kit->getDomain();
+}
+} // namespace
+
 class PoBaseTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -25,7 +42,7 @@ protected:
         RecordingKit::ensureRegistered();
         root = new SoSeparator;
         root->ref();
-        kit = new RecordingKit;
+        kit = new ExposedKit;
         root->addChild(kit);
     }
     void TearDown() override {
@@ -37,8 +54,9 @@ protected:
         SoCallbackAction action;
         action.apply(root);
     }
+    SoNode* domainTransform() { return kit->getPart("domainTransform", FALSE); }
     SoSeparator* root = nullptr;
-    RecordingKit* kit = nullptr;
+    ExposedKit* kit = nullptr;
 };
 
 TEST_F(PoBaseTest, TwoTraversalsRebuildOnce) {
@@ -49,29 +67,37 @@ TEST_F(PoBaseTest, TwoTraversalsRebuildOnce) {
     EXPECT_FALSE(kit->isModified());
 }
 
-TEST_F(PoBaseTest, DeferredUpdateWaitsForTraversal) {
-    traverse();
+TEST_F(PoBaseTest, UpdateMethodDecidesWhenAChangeRebuilds) {
+    struct Case {
+        PoBase::UpdateMethodType method;
+        bool touch; // touchKit() rather than a field change
+        int rebuildsAtOnce;
+    };
+    for (const Case& c :
+         {Case{PoBase::UPDATE_AT_TRAVERSAL, false, 0}, Case{PoBase::UPDATE_AT_TRAVERSAL, true, 0},
+          Case{PoBase::UPDATE_IMMEDIATELY, false, 1}, Case{PoBase::UPDATE_IMMEDIATELY, true, 1}}) {
+        SCOPED_TRACE(::testing::Message() << c.method << (c.touch ? " touchKit" : " field"));
+        kit->setUpdateMethod(PoBase::UPDATE_AT_TRAVERSAL);
+        traverse();
+        const int built = kit->rebuildCount;
+        kit->setUpdateMethod(c.method);
+        if (c.touch)
+            kit->touchKit();
+        else
+            kit->value = kit->value.getValue() + 1.0f;
+        EXPECT_EQ(kit->rebuildCount, built + c.rebuildsAtOnce);
+        EXPECT_EQ(kit->isModified(), c.rebuildsAtOnce == 0);
+        traverse();
+        EXPECT_EQ(kit->rebuildCount, built + 1);
+    }
+}
+
+TEST_F(PoBaseTest, ChangedFieldsAreRecordedOnlyWhileStoring) {
+    kit->value = 1.0f;
+    EXPECT_FALSE(kit->isFieldHasChanged(&kit->value));
+    kit->storeFieldsChanged(1);
     kit->value = 2.0f;
-    EXPECT_EQ(kit->rebuildCount, 1);
-    EXPECT_TRUE(kit->isModified());
-    traverse();
-    EXPECT_EQ(kit->rebuildCount, 2);
-}
-
-TEST_F(PoBaseTest, ImmediateUpdateRebuildsInsideAssignment) {
-    traverse();
-    kit->setUpdateMethod(PoBase::UPDATE_IMMEDIATELY);
-    kit->value = 3.0f;
-    EXPECT_EQ(kit->rebuildCount, 2);
-    EXPECT_FALSE(kit->isModified());
-}
-
-TEST_F(PoBaseTest, TouchKitSchedulesRebuild) {
-    traverse();
-    kit->touchKit();
-    EXPECT_TRUE(kit->isModified());
-    traverse();
-    EXPECT_EQ(kit->rebuildCount, 2);
+    EXPECT_TRUE(kit->isFieldHasChanged(&kit->value));
 }
 
 TEST_F(PoBaseTest, RebuildCallbacksAreSingleSlots) {
@@ -89,6 +115,19 @@ TEST_F(PoBaseTest, RebuildCallbacksAreSingleSlots) {
     traverse();
     EXPECT_EQ(pre, 1);
     EXPECT_EQ(post, 2);
+}
+
+TEST_F(PoBaseTest, SearchingAllNodesRebuildsNothing) {
+    SoBaseKit::setSearchingChildren(TRUE);
+    SoSearchAction search;
+    search.setType(SoCube::getClassTypeId());
+    search.setSearchingAll(TRUE);
+    search.apply(root);
+    EXPECT_EQ(kit->rebuildCount, 0);
+    search.setSearchingAll(FALSE);
+    search.apply(root);
+    EXPECT_EQ(kit->rebuildCount, 1);
+    SoBaseKit::setSearchingChildren(FALSE);
 }
 
 TEST_F(PoBaseTest, WriteActionRebuildsOnlyWhileWriting) {
@@ -124,18 +163,44 @@ TEST_F(PoBaseTest, WriteFormatDecidesWhetherRepresentationIsWritten) {
     EXPECT_EQ(unfolded.find("catchActionCallback "), std::string::npos) << unfolded;
 }
 
-TEST_F(PoBaseTest, UnfoldedKitIsReadBackAndRebuiltOnItsFirstTraversal) {
+TEST_F(PoBaseTest, KitReadFromAFileIsMarkedChangedAndRebuiltAtItsFirstTraversal) {
+    // Every field at its default: reading sets none of them.
+    for (PoBase::NodeWriteFormat format :
+         {PoBase::FOLD_NODE_WRITE_FORMAT, PoBase::UNFOLD_NODE_WRITE_FORMAT}) {
+        PoBase::setNodeWriteFormat(format);
+        auto* copy = static_cast<RecordingKit*>(SceneIO::read(SceneIO::write(kit)));
+        ASSERT_NE(copy, nullptr);
+        copy->ref();
+        EXPECT_TRUE(copy->isModified());
+        EXPECT_EQ(copy->rebuildCount, 0);
+        SoCallbackAction action;
+        action.apply(copy);
+        EXPECT_EQ(copy->rebuildCount, 1);
+        copy->unref();
+    }
+}
+
+TEST_F(PoBaseTest, DomainOfTheStateIsUsedUnlessOneWasSet) {
+    auto* node = new PoDomain;
+    node->max = SbVec3f(4, 2, 1);
+    root->insertChild(node, 0);
+    const PbDomain* seen = nullptr;
+    kit->addPostRebuildCallback(recordDomain, &seen);
     traverse();
-    kit->getRepresentation()->addChild(new SoCube);
-    PoBase::setNodeWriteFormat(PoBase::UNFOLD_NODE_WRITE_FORMAT);
-    auto* copy = static_cast<RecordingKit*>(SceneIO::read(SceneIO::write(kit)));
-    ASSERT_NE(copy, nullptr);
-    copy->ref();
-    EXPECT_EQ(copy->rebuildCount, 0);
-    SoCallbackAction action;
-    action.apply(copy);
-    EXPECT_EQ(copy->rebuildCount, 1);
-    copy->unref();
+    EXPECT_EQ(seen, node->getDomain());
+    EXPECT_NE(domainTransform(), nullptr);
+
+    PbDomain own(0, 0, 2, 2, 0);
+    kit->setDomain(&own);
+    traverse();
+    EXPECT_EQ(seen, &own);
+
+    // Back to the node's domain, whose box now needs no transform.
+    kit->setDomain(nullptr);
+    node->max = SbVec3f(1, 1, 1);
+    traverse();
+    EXPECT_EQ(seen, node->getDomain());
+    EXPECT_EQ(domainTransform(), nullptr);
 }
 
 TEST_F(PoBaseTest, DomainFallsBackToDefaultWhenDestroyed) {
@@ -145,54 +210,76 @@ TEST_F(PoBaseTest, DomainFallsBackToDefaultWhenDestroyed) {
     traverse();
     const int built = kit->rebuildCount;
     delete domain;
-    EXPECT_NE(kit->getDomain(), nullptr);
+    EXPECT_NE(kit->getDomain(), domain);
+    EXPECT_EQ(domainTransform(), nullptr);
     EXPECT_TRUE(kit->isModified());
     traverse();
     EXPECT_EQ(kit->rebuildCount, built + 1);
 }
 
-TEST_F(PoBaseTest, DomainOfTheStateIsUsedUnlessOneWasSet) {
-    PbDomain own(0, 0, 2, 2, 0);
-    kit->setDomain(&own);
-    kit->setDomain(nullptr);
-    const PbDomain* seen = nullptr;
-    kit->addPostRebuildCallback(
-        [](void* data, PoBase* self) { *static_cast<const PbDomain**>(data) = self->getDomain(); },
-        &seen);
-    traverse();
-    EXPECT_NE(seen, &own);
-    EXPECT_NE(seen, nullptr);
+TEST_F(PoBaseTest, KitStaysConnectedToItsCurrentDomainOnly) {
+    PbDomain first(0, 0, 4, 2, 0);
+    PbDomain second(0, 0, 4, 2, 0);
+    kit->ref();
+    kit->setDomain(&first);
+    kit->setDomain(&second);
+    EXPECT_EQ(first.removeConnection(kit), 0);
+    root->removeAllChildren();
+    kit->unref();
+    EXPECT_EQ(second.removeConnection(kit), 0);
 }
 
-TEST_F(PoBaseTest, DomainTransformTypeChangeDoesNotRebuild) {
-    PbDomain domain(0, 0, 4, 2, 0);
+TEST_F(PoBaseTest, TransformTypeChangeOnlyUpdatesTheDomainTransform) {
+    // A cube with a scaling transform type maps to the identity.
+    PbDomain domain(0, 0, 0, 2, 2, 2, 0);
     kit->setDomain(&domain);
+    EXPECT_EQ(domainTransform(), nullptr);
     traverse();
     const int built = kit->rebuildCount;
     domain.setTransformType(PbDomain::TRANSFORM_01);
     EXPECT_FALSE(kit->isModified());
-    EXPECT_NE(kit->getPart("domainTransform", FALSE), nullptr);
-    domain.setDomain(0, 0, 8, 2, 0);
+    EXPECT_NE(domainTransform(), nullptr);
+    domain.setDomain(0, 0, 0, 4, 2, 2, 0);
     EXPECT_TRUE(kit->isModified());
+    traverse();
+    EXPECT_EQ(kit->rebuildCount, built + 1);
+
+    // A kit that does not rebuild for its domain only follows its transform.
+    kit->setDomainUsedForRebuild(0);
+    domain.setDomain(0, 0, 0, 8, 2, 2, 0);
+    EXPECT_FALSE(kit->isModified());
     traverse();
     EXPECT_EQ(kit->rebuildCount, built + 1);
     kit->setDomain(nullptr);
 }
 
-TEST_F(PoBaseTest, CopyGetsItsOwnCallbacks) {
+TEST_F(PoBaseTest, AppearanceSettersFillTheAppearanceParts) {
+    kit->setLightModel(SoLightModel::BASE_COLOR);
+    kit->setDrawStyleAK("appearance", SoDrawStyle::LINES);
+    auto* lightModel = static_cast<SoLightModel*>(kit->getPart("appearance.lightModel", FALSE));
+    auto* drawStyle = static_cast<SoDrawStyle*>(kit->getPart("appearance.drawStyle", FALSE));
+    ASSERT_NE(lightModel, nullptr);
+    ASSERT_NE(drawStyle, nullptr);
+    EXPECT_EQ(lightModel->model.getValue(), SoLightModel::BASE_COLOR);
+    EXPECT_EQ(drawStyle->style.getValue(), SoDrawStyle::LINES);
+}
+
+TEST_F(PoBaseTest, CopyGetsItsOwnCallbacksAndIsBuiltWhenUpdatedAtTraversal) {
+    auto* deferred = static_cast<RecordingKit*>(kit->copy());
+    deferred->ref();
+    EXPECT_EQ(deferred->rebuildCount, 1);
+    deferred->unref();
+
     kit->setUpdateMethod(PoBase::UPDATE_IMMEDIATELY);
     auto* duplicate = static_cast<RecordingKit*>(kit->copy());
     duplicate->ref();
     EXPECT_EQ(duplicate->getUpdateMethod(), PoBase::UPDATE_IMMEDIATELY);
-    auto* catcher = static_cast<SoCallback*>(duplicate->getPart("catchActionCallback", FALSE));
-    ASSERT_NE(catcher, nullptr);
-    duplicate->touchKit();
-    const int before = duplicate->rebuildCount;
+    EXPECT_EQ(duplicate->rebuildCount, 0);
     duplicate->setUpdateMethod(PoBase::UPDATE_AT_TRAVERSAL);
     duplicate->touchKit();
     SoCallbackAction action;
     action.apply(duplicate);
-    EXPECT_EQ(duplicate->rebuildCount, before + 1);
+    EXPECT_EQ(duplicate->rebuildCount, 1);
     EXPECT_EQ(kit->rebuildCount, 0);
     duplicate->unref();
 }

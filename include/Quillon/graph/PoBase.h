@@ -138,7 +138,7 @@ protected:
     void setDefaultOnNonWritingFields(void) override;
     void copyContents(const SoFieldContainer* from, SbBool copyConnections) override;
     // A representation read from a file brings callback nodes without
-    // functions; the kit's own are put back.
+    // functions; the kit's own are put back, and the kit is marked changed.
     SbBool readInstance(SoInput* in, unsigned short flags) override;
     SbBool setUpConnections(SbBool onOff, SbBool doItAlways = FALSE) override;
 

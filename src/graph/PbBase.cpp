@@ -18,7 +18,6 @@ PbBase& PbBase::operator=(const PbBase& other) {
     if (this == &other)
         return *this;
     m_connectionEnabled = other.m_connectionEnabled;
-    m_changeType = other.m_changeType;
     m_dataChange = other.m_dataChange;
     m_changeType = CHANGE;
     notifyChange();

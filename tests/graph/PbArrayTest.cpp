@@ -4,65 +4,85 @@
 
 #include <gtest/gtest.h>
 
-TEST(PbArray, CapacityGrowsInStepsOfTen) {
-    PbArrayOfInt array;
-    for (int i = 0; i < 10; ++i)
+#include <functional>
+
+namespace {
+void addValues(PbArrayOfInt& array, int count) {
+    for (int i = 0; i < count; ++i)
         EXPECT_EQ(array.add(i), i);
-    EXPECT_EQ(array.getCapacity(), 10);
-    array += 10;
-    EXPECT_EQ(array.getNum(), 11);
-    EXPECT_EQ(array.getCapacity(), 20);
-    EXPECT_EQ(array[10], 10);
+}
+} // namespace
+
+TEST(PbArray, CountAndCapacityFollowTheGrowthRule) {
+    struct Case {
+        const char* what;
+        std::function<void(PbArrayOfInt&)> change;
+        int count;
+        int capacity;
+    };
+    const Case cases[] = {
+        {"ten adds", [](PbArrayOfInt& a) { addValues(a, 10); }, 10, 10},
+        {"eleven adds", [](PbArrayOfInt& a) { addValues(a, 11); }, 11, 20},
+        {"emptied",
+         [](PbArrayOfInt& a) {
+             addValues(a, 11);
+             a.empty();
+         },
+         0, 20},
+        {"set beyond the end", [](PbArrayOfInt& a) { a.set(25, 7); }, 26, 30},
+        {"set within the count",
+         [](PbArrayOfInt& a) {
+             a.set(25, 7);
+             a.set(3, 4);
+         },
+         26, 30},
+        {"shrunk",
+         [](PbArrayOfInt& a) {
+             addValues(a, 15);
+             a.resize(5);
+         },
+         5, 5},
+        // The writing operator raises the count but never the storage.
+        {"written by index",
+         [](PbArrayOfInt& a) {
+             a.set(9, 0);
+             a.empty();
+             a[4] = 8;
+         },
+         5, 10},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        PbArrayOfInt array;
+        c.change(array);
+        EXPECT_EQ(array.getNum(), c.count);
+        EXPECT_EQ(array.getCapacity(), c.capacity);
+    }
 }
 
-TEST(PbArray, EmptyKeepsStorage) {
-    PbArrayOfFloat array;
-    for (int i = 0; i < 11; ++i)
-        array.add(0.5f * i);
-    array.empty();
-    EXPECT_EQ(array.getNum(), 0);
-    EXPECT_EQ(array.getCapacity(), 20);
-    EXPECT_EQ(array.find(0.5f), -1);
-}
-
-TEST(PbArray, SetBeyondTheEndGrowsAndRaisesCount) {
-    PbArrayOfLong array;
-    array.set(25, 7);
-    EXPECT_EQ(array.getNum(), 26);
-    EXPECT_EQ(array.getCapacity(), 30);
-    EXPECT_EQ(array.get(25), 7);
-    array.set(3, 4);
-    EXPECT_EQ(array.getNum(), 26);
-}
-
-TEST(PbArray, WritingOperatorRaisesCountWithinStorage) {
+TEST(PbArray, StoredValuesSurviveGrowthAndShrinking) {
     PbArrayOfInt array;
-    array.set(9, 0);
-    array.empty();
-    array[4] = 8;
-    EXPECT_EQ(array.getNum(), 5);
-    EXPECT_EQ(array.getCapacity(), 10);
-}
-
-TEST(PbArray, FindReturnsFirstMatch) {
-    PbArrayOfInt array;
-    EXPECT_EQ(array.find(3), -1);
-    array.add(5);
-    array.add(3);
-    array.add(3);
-    EXPECT_EQ(array.find(3), 1);
-    EXPECT_EQ(array.find(4), -1);
-}
-
-TEST(PbArray, ResizeShrinksToRequestAndKeepsPrefix) {
-    PbArrayOfInt array;
-    for (int i = 0; i < 15; ++i)
-        array.add(i);
+    addValues(array, 15);
     ASSERT_TRUE(array.resize(5));
-    EXPECT_EQ(array.getCapacity(), 5);
-    EXPECT_EQ(array.getNum(), 5);
     EXPECT_EQ(array[4], 4);
-    EXPECT_TRUE(array.resize(5));
+    array += 5;
+    EXPECT_EQ(array.getCapacity(), 15);
+    for (int i = 0; i < 6; ++i)
+        EXPECT_EQ(array.get(i), i);
+    PbArrayOfLong longs;
+    longs.set(25, 7);
+    EXPECT_EQ(longs[25], 7);
+}
+
+TEST(PbArray, FindReturnsTheFirstMatchOrMinusOne) {
+    PbArrayOfFloat array;
+    EXPECT_EQ(array.find(3.0f), -1);
+    for (float v : {5.0f, 3.0f, 3.0f})
+        array.add(v);
+    EXPECT_EQ(array.find(3.0f), 1);
+    EXPECT_EQ(array.find(4.0f), -1);
+    array.empty();
+    EXPECT_EQ(array.find(5.0f), -1);
 }
 
 TEST(PbArray, CopiesAreIndependentValues) {

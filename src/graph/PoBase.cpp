@@ -520,6 +520,10 @@ struct Polygon {
     int materialIndex;
 };
 
+bool isPerPart(int binding) {
+    return binding == SoMaterialBinding::PER_PART || binding == SoMaterialBinding::PER_PART_INDEXED;
+}
+
 bool isPerVertex(int binding) {
     return binding == SoMaterialBinding::PER_VERTEX ||
            binding == SoMaterialBinding::PER_VERTEX_INDEXED;
@@ -550,18 +554,18 @@ std::vector<Polygon> splitRuns(const int32_t* indices, int count) {
     return polygons;
 }
 
+std::vector<Polygon> indexedPolygons(const SoIndexedShape* shape) {
+    return splitRuns(shape->coordIndex.getValues(0), shape->coordIndex.getNum());
+}
+
 std::vector<Polygon> stripTriangles(const SoIndexedTriangleStripSet* strips, int binding) {
     std::vector<Polygon> triangles;
-    const std::vector<Polygon> runs =
-        splitRuns(strips->coordIndex.getValues(0), strips->coordIndex.getNum());
+    const std::vector<Polygon> runs = indexedPolygons(strips);
     for (size_t strip = 0; strip < runs.size(); ++strip) {
         const std::vector<int32_t>& v = runs[strip].vertices;
         for (size_t i = 2; i < v.size(); ++i) {
             const bool even = i % 2 == 0;
-            const int part = binding == SoMaterialBinding::PER_PART ||
-                                     binding == SoMaterialBinding::PER_PART_INDEXED
-                                 ? static_cast<int>(strip)
-                                 : static_cast<int>(triangles.size());
+            const int part = static_cast<int>(isPerPart(binding) ? strip : triangles.size());
             triangles.push_back({even ? std::vector<int32_t>{v[i - 2], v[i - 1], v[i]}
                                       : std::vector<int32_t>{v[i - 1], v[i - 2], v[i]},
                                  part});
@@ -578,10 +582,7 @@ std::vector<Polygon> quadMeshQuads(const SoQuadMesh* mesh, int binding) {
     for (int r = 0; r + 1 < rows; ++r) {
         for (int c = 0; c + 1 < columns; ++c) {
             const int32_t first = start + r * columns + c;
-            const int part = binding == SoMaterialBinding::PER_PART ||
-                                     binding == SoMaterialBinding::PER_PART_INDEXED
-                                 ? r
-                                 : static_cast<int>(quads.size());
+            const int part = isPerPart(binding) ? r : static_cast<int>(quads.size());
             quads.push_back({{first, first + 1, first + columns + 1, first + columns}, part});
         }
     }
@@ -646,12 +647,17 @@ Shape* replaceChild(Shape* replacement, const SoVertexShape* original, SoGroup* 
     return replacement;
 }
 
-template <typename Shape>
+// Replaces the original shape by one without its transparent parts, or
+// returns null when there is nothing to delete.  polygonsOf lists the
+// original's polygons; it is called only once the inputs are known good.
+template <typename Shape, typename Polygons>
 Shape* deleteFaces(const PbDataMapping* mapping, SoMaterial* material, SoMaterialBinding* binding,
-                   const std::vector<Polygon>& polygons, const SoVertexShape* original,
-                   SoGroup* group, int index, size_t minimumRun) {
+                   const SoVertexShape* original, SoGroup* group, int index, size_t minimumRun,
+                   Polygons polygonsOf) {
+    if (!mapping || !original || nothingToDelete(material, binding))
+        return nullptr;
     Shape* shape = rebuildWithoutTransparentParts<Shape>(
-        polygons, mapping->getTransparencyValueDeletedParts(), material, binding, minimumRun);
+        polygonsOf(), mapping->getTransparencyValueDeletedParts(), material, binding, minimumRun);
     return replaceChild(shape, original, group, index);
 }
 } // namespace
@@ -660,45 +666,33 @@ SoIndexedFaceSet* PoBase::deleteTransparencyParts(const PbDataMapping* mapping,
                                                   SoMaterial* material, SoMaterialBinding* binding,
                                                   SoIndexedFaceSet* shape, SoGroup* group,
                                                   int index) {
-    if (!mapping || !shape || nothingToDelete(material, binding))
-        return nullptr;
-    return deleteFaces<SoIndexedFaceSet>(
-        mapping, material, binding,
-        splitRuns(shape->coordIndex.getValues(0), shape->coordIndex.getNum()), shape, group, index,
-        3);
+    return deleteFaces<SoIndexedFaceSet>(mapping, material, binding, shape, group, index, 3,
+                                         [shape] { return indexedPolygons(shape); });
 }
 
 SoIndexedFaceSet* PoBase::deleteTransparencyParts(const PbDataMapping* mapping,
                                                   SoMaterial* material, SoMaterialBinding* binding,
                                                   SoIndexedTriangleStripSet* shape, SoGroup* group,
                                                   int index) {
-    if (!mapping || !shape || nothingToDelete(material, binding))
-        return nullptr;
-    return deleteFaces<SoIndexedFaceSet>(mapping, material, binding,
-                                         stripTriangles(shape, binding->value.getValue()), shape,
-                                         group, index, 3);
+    return deleteFaces<SoIndexedFaceSet>(
+        mapping, material, binding, shape, group, index, 3,
+        [shape, binding] { return stripTriangles(shape, binding->value.getValue()); });
 }
 
 SoIndexedLineSet* PoBase::deleteTransparencyParts(const PbDataMapping* mapping,
                                                   SoMaterial* material, SoMaterialBinding* binding,
                                                   SoIndexedLineSet* shape, SoGroup* group,
                                                   int index) {
-    if (!mapping || !shape || nothingToDelete(material, binding))
-        return nullptr;
-    return deleteFaces<SoIndexedLineSet>(
-        mapping, material, binding,
-        splitRuns(shape->coordIndex.getValues(0), shape->coordIndex.getNum()), shape, group, index,
-        2);
+    return deleteFaces<SoIndexedLineSet>(mapping, material, binding, shape, group, index, 2,
+                                         [shape] { return indexedPolygons(shape); });
 }
 
 SoIndexedFaceSet* PoBase::deleteTransparencyParts(const PbDataMapping* mapping,
                                                   SoMaterial* material, SoMaterialBinding* binding,
                                                   SoQuadMesh* shape, SoGroup* group, int index) {
-    if (!mapping || !shape || nothingToDelete(material, binding))
-        return nullptr;
-    return deleteFaces<SoIndexedFaceSet>(mapping, material, binding,
-                                         quadMeshQuads(shape, binding->value.getValue()), shape,
-                                         group, index, 3);
+    return deleteFaces<SoIndexedFaceSet>(
+        mapping, material, binding, shape, group, index, 3,
+        [shape, binding] { return quadMeshQuads(shape, binding->value.getValue()); });
 }
 
 SoLineSet* PoBase::deleteTransparencyParts(const PbDataMapping*, SoMaterial*, SoMaterialBinding*,

@@ -167,6 +167,10 @@ void PoBase::installCallbacks(void) {
 // ------------------------------------------------------- field sensors
 
 void PoBase::createFieldSensorList(int count, FieldSensorList* list) {
+    if (count < 0) {
+        PoDebugError::post("PoBase::createFieldSensorList", "negative number of sensors %d", count);
+        return;
+    }
     list->num = count;
     list->sensors = new SoFieldSensor*[count];
     for (int i = 0; i < count; ++i) {
@@ -184,6 +188,11 @@ void PoBase::deleteFieldSensorList(FieldSensorList* list) {
 }
 
 void PoBase::attachFieldSensorList(FieldSensorList* list, const SoFieldList& fields) {
+    if (fields.getLength() < list->num) {
+        PoDebugError::post("PoBase::attachFieldSensorList", "fewer fields (%d) than sensors (%d)",
+                           fields.getLength(), list->num);
+        return;
+    }
     for (int i = 0; i < list->num; ++i)
         list->sensors[i]->attach(fields[i]);
 }

@@ -2,6 +2,7 @@
 #include <Quillon/graph/PbDomain.h>
 #include <Quillon/nodes/PoDomain.h>
 
+#include "support/ErrorRecorder.h"
 #include "support/RecordingKit.h"
 #include "support/SceneIO.h"
 
@@ -12,6 +13,7 @@
 #include <Inventor/nodes/SoCallback.h>
 #include <Inventor/nodes/SoCube.h>
 #include <Inventor/nodes/SoSeparator.h>
+#include <Inventor/sensors/SoFieldSensor.h>
 
 #include <gtest/gtest.h>
 
@@ -22,6 +24,9 @@ namespace {
 // The recording kit with the protected settings a derived kit would use.
 class ExposedKit : public RecordingKit {
 public:
+    using PoBase::attachFieldSensorList;
+    using PoBase::createFieldSensorList;
+    using PoBase::deleteFieldSensorList;
     using PoBase::isFieldHasChanged;
     using PoBase::setDomainUsedForRebuild;
     using PoBase::setDrawStyleAK;
@@ -98,6 +103,22 @@ TEST_F(PoBaseTest, ChangedFieldsAreRecordedOnlyWhileStoring) {
     kit->storeFieldsChanged(1);
     kit->value = 2.0f;
     EXPECT_TRUE(kit->isFieldHasChanged(&kit->value));
+}
+
+TEST_F(PoBaseTest, SensorListsRefuseCountsThatDoNotFit) {
+    ErrorRecorder errors;
+    PoBase::FieldSensorList sensors;
+    kit->createFieldSensorList(-1, &sensors);
+    EXPECT_EQ(sensors.num, 0);
+    EXPECT_TRUE(errors.contains("PoBase::createFieldSensorList(): negative number of sensors -1"));
+    kit->createFieldSensorList(2, &sensors);
+    SoFieldList fields;
+    fields.append(&kit->value);
+    kit->attachFieldSensorList(&sensors, fields);
+    EXPECT_TRUE(
+        errors.contains("PoBase::attachFieldSensorList(): fewer fields (1) than sensors (2)"));
+    EXPECT_EQ(sensors.sensors[0]->getAttachedField(), nullptr);
+    kit->deleteFieldSensorList(&sensors);
 }
 
 TEST_F(PoBaseTest, RebuildCallbacksAreSingleSlots) {

@@ -285,7 +285,7 @@ TEST_F(PoBaseTest, AppearanceSettersFillTheAppearanceParts) {
     EXPECT_EQ(drawStyle->style.getValue(), SoDrawStyle::LINES);
 }
 
-TEST_F(PoBaseTest, CopyGetsItsOwnCallbacksAndIsBuiltWhenUpdatedAtTraversal) {
+TEST_F(PoBaseTest, CopiesCatchActionsForThemselves) {
     auto* deferred = static_cast<RecordingKit*>(kit->copy());
     deferred->ref();
     EXPECT_EQ(deferred->rebuildCount, 1);
@@ -296,11 +296,14 @@ TEST_F(PoBaseTest, CopyGetsItsOwnCallbacksAndIsBuiltWhenUpdatedAtTraversal) {
     duplicate->ref();
     EXPECT_EQ(duplicate->getUpdateMethod(), PoBase::UPDATE_IMMEDIATELY);
     EXPECT_EQ(duplicate->rebuildCount, 0);
-    duplicate->setUpdateMethod(PoBase::UPDATE_AT_TRAVERSAL);
-    duplicate->touchKit();
-    SoCallbackAction action;
-    action.apply(duplicate);
-    EXPECT_EQ(duplicate->rebuildCount, 1);
-    EXPECT_EQ(kit->rebuildCount, 0);
     duplicate->unref();
+
+    // A kit copied with the group above it is copied without its copy().
+    auto* rootCopy = static_cast<SoSeparator*>(root->copy());
+    rootCopy->ref();
+    SoCallbackAction action;
+    action.apply(rootCopy);
+    EXPECT_EQ(static_cast<RecordingKit*>(rootCopy->getChild(0))->rebuildCount, 1);
+    EXPECT_EQ(kit->rebuildCount, 0);
+    rootCopy->unref();
 }

@@ -137,9 +137,15 @@ TEST_F(PoBaseTransparencyTest, LinesLoseSegmentsButLineSetsStayWhole) {
 
 TEST_F(PoBaseTransparencyTest, GroupVariantVisitsEveryShape) {
     threeFaces();
+    auto* lines = new SoIndexedLineSet;
+    const int32_t polylines[] = {0, 1, -1, 2, 3, -1};
+    lines->coordIndex.setValues(0, 6, polylines);
+    group->addChild(lines);
     binding->value = SoMaterialBinding::PER_FACE;
-    setTransparencies({0.9f, 0.9f, 0.0f});
+    setTransparencies({0.9f, 0.0f, 0.0f});
     PoBase::deleteTransparencyParts(&mapping, material, binding, group);
-    auto* kept = static_cast<SoIndexedFaceSet*>(group->getChild(2));
-    EXPECT_EQ(values(kept->coordIndex), (std::vector<int32_t>{2, 3, 4, 5, -1}));
+    auto* keptFaces = static_cast<SoIndexedFaceSet*>(group->getChild(2));
+    auto* keptLines = static_cast<SoIndexedLineSet*>(group->getChild(3));
+    EXPECT_EQ(values(keptFaces->coordIndex), (std::vector<int32_t>{1, 3, 2, -1, 2, 3, 4, 5, -1}));
+    EXPECT_EQ(values(keptLines->coordIndex), (std::vector<int32_t>{2, 3, -1}));
 }

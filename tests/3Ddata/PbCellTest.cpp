@@ -11,6 +11,7 @@
 
 #include "3Ddata/MeshTestHelpers.h"
 #include "support/ErrorRecorder.h"
+#include "support/LibraryTest.h"
 
 #include <Inventor/SbPlane.h>
 
@@ -104,11 +105,7 @@ std::vector<int> meshIds(int numNodes) {
     return ids;
 }
 
-class PbCellTest : public ::testing::Test {
-protected:
-    void SetUp() override { PoQuillon::init(); }
-    void TearDown() override { PoQuillon::finish(); }
-};
+class PbCellTest : public LibraryTest {};
 
 } // namespace
 

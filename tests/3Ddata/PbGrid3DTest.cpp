@@ -5,6 +5,7 @@
 
 #include "3Ddata/MeshTestHelpers.h"
 #include "support/ErrorRecorder.h"
+#include "support/LibraryTest.h"
 
 #include <Inventor/SbLinear.h>
 
@@ -12,11 +13,7 @@
 
 namespace {
 
-class PbGrid3DTest : public ::testing::Test {
-protected:
-    void SetUp() override { PoQuillon::init(); }
-    void TearDown() override { PoQuillon::finish(); }
-};
+class PbGrid3DTest : public LibraryTest {};
 
 std::vector<int> asVector(const PbArrayOfInt& array) {
     return std::vector<int>(array.get(), array.get() + array.getNum());

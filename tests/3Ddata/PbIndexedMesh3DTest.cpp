@@ -2,6 +2,7 @@
 #include <Quillon/PoQuillon.h>
 
 #include "3Ddata/MeshTestHelpers.h"
+#include "support/LibraryTest.h"
 
 #include <gtest/gtest.h>
 
@@ -13,11 +14,8 @@ const auto& s_z = meshtest::mixedvolume::z;
 const auto& s_types = meshtest::mixedvolume::types;
 const auto& s_cells = meshtest::mixedvolume::cells;
 
-class PbIndexedMesh3DTest : public ::testing::Test {
+class PbIndexedMesh3DTest : public LibraryTest {
 protected:
-    void SetUp() override { PoQuillon::init(); }
-    void TearDown() override { PoQuillon::finish(); }
-
     PbIndexedMesh3D mesh{12, s_x, s_y, s_z, 4, s_types, s_cells};
 };
 

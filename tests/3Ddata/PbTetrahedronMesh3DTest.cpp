@@ -3,16 +3,14 @@
 
 #include "3Ddata/MeshTestHelpers.h"
 #include "support/ErrorRecorder.h"
+#include "support/LibraryTest.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-class PbTetrahedronMesh3DTest : public ::testing::Test {
+class PbTetrahedronMesh3DTest : public LibraryTest {
 protected:
-    void SetUp() override { PoQuillon::init(); }
-    void TearDown() override { PoQuillon::finish(); }
-
     meshtest::TetBlock block = meshtest::makeTetBlock(3, 0.2f, 7);
     PbTetrahedronMesh3D mesh{block.numNodes, block.x.data(), block.y.data(),
                              block.z.data(), block.numCells, block.cells.data()};

@@ -3,6 +3,7 @@
 #include <Quillon/PoQuillon.h>
 
 #include "3Ddata/MeshTestHelpers.h"
+#include "support/LibraryTest.h"
 
 #include <gtest/gtest.h>
 
@@ -10,11 +11,7 @@
 // the cell boxes; it must find what testing every cell in order finds.
 namespace {
 
-class PiCellBoxIndexTest : public ::testing::Test {
-protected:
-    void SetUp() override { PoQuillon::init(); }
-    void TearDown() override { PoQuillon::finish(); }
-};
+class PiCellBoxIndexTest : public LibraryTest {};
 
 } // namespace
 

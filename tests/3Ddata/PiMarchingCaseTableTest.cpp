@@ -9,6 +9,7 @@
 #include "3Ddata/PiMarchingCubeCase.h"
 #include "3Ddata/PiMarchingWedgeCase.h"
 #include "support/ErrorRecorder.h"
+#include "support/LibraryTest.h"
 
 #include <gtest/gtest.h>
 
@@ -123,11 +124,7 @@ void checkOptionalQuadrangles(const PbCell& cell, int id, const PiMarchingCase& 
     }
 }
 
-class PiMarchingCaseTableTest : public ::testing::Test {
-protected:
-    void SetUp() override { PoQuillon::init(); }
-    void TearDown() override { PoQuillon::finish(); }
-};
+class PiMarchingCaseTableTest : public LibraryTest {};
 
 } // namespace
 

@@ -3,6 +3,7 @@
 #include <Quillon/nodes/PoDomain.h>
 
 #include "support/ErrorRecorder.h"
+#include "support/LibraryTest.h"
 #include "support/RecordingKit.h"
 #include "support/SceneIO.h"
 
@@ -40,27 +41,15 @@ void recordDomain(void* data, PoBase* kit) {
 }
 } // namespace
 
-class PoBaseTest : public ::testing::Test {
+class PoBaseTest : public SceneTest {
 protected:
     void SetUp() override {
-        PoQuillon::init();
+        SceneTest::SetUp();
         RecordingKit::ensureRegistered();
-        root = new SoSeparator;
-        root->ref();
         kit = new ExposedKit;
         root->addChild(kit);
     }
-    void TearDown() override {
-        root->unref();
-        PoBase::setNodeWriteFormat(PoBase::FOLD_NODE_WRITE_FORMAT);
-        PoQuillon::finish();
-    }
-    void traverse() {
-        SoCallbackAction action;
-        action.apply(root);
-    }
     SoNode* domainTransform() { return kit->getPart("domainTransform", FALSE); }
-    SoSeparator* root = nullptr;
     ExposedKit* kit = nullptr;
 };
 

@@ -2,16 +2,13 @@
 #include <Quillon/graph/PoDebugError.h>
 
 #include "support/ErrorRecorder.h"
+#include "support/LibraryTest.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-class PoDebugErrorTest : public ::testing::Test {
-protected:
-    void SetUp() override { PoQuillon::init(); }
-    void TearDown() override { PoQuillon::finish(); }
-};
+class PoDebugErrorTest : public LibraryTest {};
 
 TEST_F(PoDebugErrorTest, TextsAndSeveritiesReachTheHandler) {
     ErrorRecorder errors;

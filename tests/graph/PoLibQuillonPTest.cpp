@@ -3,6 +3,7 @@
 #include "graph/PoLibQuillonP.h"
 #include "platform/FsFarspanApp.h"
 #include "support/ErrorRecorder.h"
+#include "support/LibraryTest.h"
 
 #include <gtest/gtest.h>
 
@@ -16,13 +17,12 @@ void* preloadFakeModule() {
 }
 } // namespace
 
-class PoLibQuillonPTest : public ::testing::Test {
+class PoLibQuillonPTest : public LibraryTest {
 protected:
-    void SetUp() override { PoQuillon::init(); }
     void TearDown() override {
         FsFarspanApp::setRunningQt(false);
         FsFarspanApp::setRunningWx(false);
-        PoQuillon::finish();
+        LibraryTest::TearDown();
     }
 };
 

@@ -2,6 +2,7 @@
 
 #include "support/ErrorRecorder.h"
 #include "support/HeadlessRender.h"
+#include "support/LibraryTest.h"
 #include "support/RecordingKit.h"
 #include "support/SceneIO.h"
 
@@ -156,24 +157,7 @@ struct PropertyNodes {
 };
 } // namespace
 
-class PropertyNodeTest : public ::testing::Test {
-protected:
-    void SetUp() override {
-        PoQuillon::init();
-        root = new SoSeparator;
-        root->ref();
-    }
-    void TearDown() override {
-        root->unref();
-        PoBase::setNodeWriteFormat(PoBase::FOLD_NODE_WRITE_FORMAT);
-        PoQuillon::finish();
-    }
-    void traverse() {
-        SoCallbackAction action;
-        action.apply(root);
-    }
-    SoSeparator* root = nullptr;
-};
+class PropertyNodeTest : public SceneTest {};
 
 // The nodes that carry a data object: their fields reach the object lazily.
 using DataNodeTest = PropertyNodeTest;

@@ -1,5 +1,6 @@
 #include "support/ErrorRecorder.h"
 #include "support/HeadlessRender.h"
+#include "support/LibraryTest.h"
 
 #include "render/GlxWarningFilter.h"
 #include "render/NodeRef.h"
@@ -28,9 +29,8 @@ const Rgb red{255, 0, 0};
 const Rgb green{0, 255, 0};
 const SbColor slateBlue(0.2f, 0.4f, 0.6f);
 
-class HeadlessRendering : public ::testing::Test {
+class HeadlessRendering : public LibraryTest {
 protected:
-    void SetUp() override { PoQuillon::init(); }
 };
 
 // An unlit cube of one colour, centred at offset.

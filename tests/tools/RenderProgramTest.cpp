@@ -1,6 +1,7 @@
 #include "ToolTestFiles.h"
 
 #include "support/HeadlessRender.h"
+#include "support/LibraryTest.h"
 
 #include "render/CommandLine.h"
 #include "render/SceneRendering.h"
@@ -94,9 +95,8 @@ TEST(RenderCommandLine, RejectsWrongArgumentsAndKeepsTheRequest) {
     }
 }
 
-class RenderProgram : public ::testing::Test {
+class RenderProgram : public LibraryTest {
 protected:
-    void SetUp() override { PoQuillon::init(); }
     ScratchDir m_dir;
 };
 

@@ -2,6 +2,7 @@
 
 #include "render/SceneFraming.h"
 #include "render/SceneLoader.h"
+#include "support/LibraryTest.h"
 
 #include <Quillon/PoQuillon.h>
 
@@ -12,10 +13,8 @@
 
 namespace {
 
-class SceneLoading : public ::testing::Test {
+class SceneLoading : public LibraryTest {
 protected:
-    void SetUp() override { PoQuillon::init(); }
-
     // Loads the file and expects a failure whose message holds every
     // fragment given.
     void expectFailure(const std::string& path, std::initializer_list<std::string> fragments) {

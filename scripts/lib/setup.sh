@@ -16,7 +16,7 @@ QUILLON_PACKAGES=(
     cmake g++ make pkg-config
     libcoin-dev libcgal-dev
     libgtest-dev libgmock-dev libbenchmark-dev
-    libpng-dev libegl-dev libegl-mesa0 libgl1-mesa-dri libgl-dev
+    libpng-dev libegl-dev libegl-mesa0 libgl1-mesa-dri libgl-dev libtbb-dev
 )
 
 quillon_log() {

@@ -86,17 +86,17 @@ void PiMeshReader::skipSpace() {
 }
 
 std::string PiMeshReader::readNumberText() {
-    skipSpace();
-    std::string text;
-    char c;
-    while (m_in->get(c)) {
-        if (!isNumberCharacter(c)) {
-            m_in->putBack(c);
-            break;
-        }
-        text += c;
-    }
-    return text;
+    // The toolkit's reading of a word passes over blanks and comments as
+    // fast as its own number reading; what follows the number in the word
+    // (a closing brace, a comma) is given back.
+    SbString word;
+    if (!m_in->read(word))
+        return std::string();
+    const char* text = word.getString();
+    const char* end = std::find_if_not(text, text + word.getLength(), isNumberCharacter);
+    if (*end)
+        m_in->putBack(end);
+    return std::string(text, end);
 }
 
 bool PiMeshReader::readInt(int& value) {

@@ -61,7 +61,7 @@ private:
 
     // ASCII only.  Passes over blanks, line breaks and comments.
     void skipSpace();
-    // The characters of one number, after skipSpace.
+    // The characters of one number, past blanks and comments.
     std::string readNumberText();
     bool readQuotedString(SbString& value);
     // The text up to the end of the line.

@@ -1,5 +1,6 @@
 #include "3Ddata/PiGridAxes.h"
 
+#include <Quillon/3Ddata/PbGrid2D.h>
 #include <Quillon/3Ddata/PbGrid3D.h>
 
 #include <algorithm>
@@ -25,6 +26,17 @@ PiGridAxes::PiGridAxes(const PbGrid3D& grid) : m_geometryId(grid.getGeometryId()
             index[axis] = n;
             coords[n] = grid.getNodeCoord(index[0], index[1], index[2])[axis];
         }
+        m_axes[axis] = makeAxis(std::move(coords));
+    }
+}
+
+PiGridAxes::PiGridAxes(const PbGrid2D& grid) : m_geometryId(grid.getGeometryId()) {
+    int dims[2];
+    grid.getDim(dims[0], dims[1]);
+    for (int axis = 0; axis < 2; ++axis) {
+        std::vector<float> coords(std::max(dims[axis], 0));
+        for (int n = 0; n < dims[axis]; ++n)
+            coords[n] = grid.getNodeCoord(axis == 0 ? n : 0, axis == 1 ? n : 0)[axis];
         m_axes[axis] = makeAxis(std::move(coords));
     }
 }

@@ -1,15 +1,19 @@
 #pragma once
 #include <vector>
 
+class PbGrid2D;
 class PbGrid3D;
 
 // The node coordinates along each axis of a grid whose node (i, j, k) lies
-// at (X(i), Y(j), Z(k)), for locating points without visiting every cell.
-// Axes whose coordinates are monotone are searched by bisection; others
-// offer all their cells as candidates.
+// at (X(i), Y(j), Z(k)), or (i, j) at (X(i), Y(j)) for a flat surface grid,
+// for locating points without visiting every cell.  Axes whose coordinates
+// are monotone are searched by bisection; others offer all their cells as
+// candidates.
 class PiGridAxes {
 public:
     explicit PiGridAxes(const PbGrid3D& grid);
+    // The x and y axes; z has no cells.
+    explicit PiGridAxes(const PbGrid2D& grid);
 
     bool isBuiltFor(unsigned int geometryId) const { return geometryId == m_geometryId; }
 

@@ -1,0 +1,47 @@
+#include "MeshFieldFuzzer.h"
+
+#include <Inventor/SoOutput.h>
+#include <Inventor/actions/SoWriteAction.h>
+
+#include <cstdlib>
+
+namespace meshfuzz {
+
+const char* const kNodeTypes[] = {
+    "PoCartesianGrid3D",  "PoParalCartesianGrid3D", "PoRegularCartesianGrid3D",
+    "PoIndexedMesh3D",    "PoHexahedronMesh3D",     "PoTetrahedronMesh3D",
+    "PoCartesianGrid2D",  "PoParalCartesianGrid2D", "PoRegularCartesianGrid2D",
+    "PoPolarGrid2D",      "PoIndexedMesh2D",        "PoTriangleMesh2D",
+    "PoQuadrangleMesh2D", "PoIrregularMesh1D",      "PoRegularMesh1D"};
+const size_t kNumNodeTypes = sizeof kNodeTypes / sizeof kNodeTypes[0];
+
+const char* const kBinaryHeader = "#Inventor V2.1 binary  \n";
+
+SoType nodeTypeOf(unsigned char first) {
+    return SoType::fromName(kNodeTypes[first % kNumNodeTypes]);
+}
+
+std::string write(SoNode* node, bool binary) {
+    SoOutput output;
+    output.setBinary(binary);
+    output.setBuffer(std::malloc(1024), 1024, std::realloc);
+    SoWriteAction writer(&output);
+    writer.apply(node);
+    void* buffer = nullptr;
+    size_t size = 0;
+    output.getBuffer(buffer, size);
+    std::string bytes(static_cast<char*>(buffer), size);
+    std::free(buffer);
+    return bytes;
+}
+
+std::string binaryValueOf(const std::string& nodeFile) {
+    // The field's name stands twice: in the node's field declarations and
+    // before its value.
+    const std::string name("\0\0\0\4mesh", 8);
+    const size_t declared = nodeFile.find(name);
+    const size_t named = nodeFile.find(name, declared + name.size());
+    return named == std::string::npos ? std::string() : nodeFile.substr(named + name.size());
+}
+
+} // namespace meshfuzz

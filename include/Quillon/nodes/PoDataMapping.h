@@ -1,6 +1,5 @@
 #pragma once
 #include <Quillon/graph/PbDataMapping.h>
-#include <Quillon/nodes/PoFieldWatch.h>
 #include <Quillon/nodes/PoNode.h>
 
 #include <Inventor/fields/SoSFBool.h>
@@ -8,6 +7,8 @@
 #include <Inventor/fields/SoSFFloat.h>
 
 #include <memory>
+
+class PoFieldWatch;
 
 // Base of the nodes that put a data mapping (value to colour and
 // transparency) into the traversal state.  The fields are applied to the

@@ -1,11 +1,12 @@
 #pragma once
 #include <Quillon/graph/PbDateFormatMapping.h>
-#include <Quillon/nodes/PoFieldWatch.h>
 #include <Quillon/nodes/PoNode.h>
 
 #include <Inventor/fields/SoSFString.h>
 
 #include <memory>
+
+class PoFieldWatch;
 
 // Puts the format in which time axes and labels below print dates into
 // the traversal state.

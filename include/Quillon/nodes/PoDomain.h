@@ -1,6 +1,5 @@
 #pragma once
 #include <Quillon/graph/PbDomain.h>
-#include <Quillon/nodes/PoFieldWatch.h>
 #include <Quillon/nodes/PoNode.h>
 
 #include <Inventor/SbVec2f.h>
@@ -8,6 +7,8 @@
 #include <Inventor/fields/SoSFVec3f.h>
 
 #include <memory>
+
+class PoFieldWatch;
 
 class SoMatrixTransform;
 class SoTransform;

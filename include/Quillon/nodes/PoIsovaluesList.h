@@ -1,11 +1,12 @@
 #pragma once
 #include <Quillon/graph/PbIsovaluesList.h>
-#include <Quillon/nodes/PoFieldWatch.h>
 #include <Quillon/nodes/PoNode.h>
 
 #include <Inventor/fields/SoMFFloat.h>
 
 #include <memory>
+
+class PoFieldWatch;
 
 // Puts the list of isovalues into the traversal state for the contouring
 // and level-surface kits below.  The field holds the values; the list

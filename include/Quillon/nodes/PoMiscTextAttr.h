@@ -1,6 +1,5 @@
 #pragma once
 #include <Quillon/graph/PbMiscTextAttr.h>
-#include <Quillon/nodes/PoFieldWatch.h>
 #include <Quillon/nodes/PoNode.h>
 
 #include <Inventor/fields/SoSFBool.h>
@@ -8,6 +7,8 @@
 #include <Inventor/fields/SoSFString.h>
 
 #include <memory>
+
+class PoFieldWatch;
 
 // Puts the text attributes that all chart texts below share into the
 // traversal state.

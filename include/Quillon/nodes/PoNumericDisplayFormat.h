@@ -1,12 +1,13 @@
 #pragma once
 #include <Quillon/graph/PbNumericDisplayFormat.h>
-#include <Quillon/nodes/PoFieldWatch.h>
 #include <Quillon/nodes/PoNode.h>
 
 #include <Inventor/fields/SoSFEnum.h>
 #include <Inventor/fields/SoSFShort.h>
 
 #include <memory>
+
+class PoFieldWatch;
 
 // Puts the format of the numbers that the kits below print into the
 // traversal state.

@@ -27,7 +27,7 @@ public:
     void print(FILE* fp) const override;
 
 protected:
-    void computeColor(float value, float& transparency) const override;
+    SbColor computeColor(float value, float& transparency) const override;
 
 private:
     float m_value1 = 0;

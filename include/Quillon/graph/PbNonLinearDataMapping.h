@@ -32,7 +32,7 @@ public:
     void print(FILE* fp) const override;
 
 protected:
-    void computeColor(float value, float& transparency) const override;
+    SbColor computeColor(float value, float& transparency) const override;
 
 private:
     // Makes the function the only colour function, with its user data.

@@ -40,7 +40,7 @@ public:
     void print(FILE* fp) const override;
 
 protected:
-    void computeColor(float value, float& transparency) const override;
+    SbColor computeColor(float value, float& transparency) const override;
 
 private:
     int colorCount(Type type, int numValues) const;
@@ -49,8 +49,8 @@ private:
     void store(Type type, int numValues, const float* values, const SbColor* colors,
                const float* transparencies);
     void sortByValue();
-    void levelColor(float value, float& transparency) const;
-    void interpolatedColor(float value, float& transparency) const;
+    SbColor levelColor(float value, float& transparency) const;
+    SbColor interpolatedColor(float value, float& transparency) const;
 
     Type m_type = LINEAR_PER_LEVEL;
     std::vector<float> m_values;

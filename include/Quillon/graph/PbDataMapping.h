@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbBase.h>
 
 #include <Inventor/SbColor.h>
@@ -16,7 +17,7 @@
 // threads may colour with one mapping at once, as long as no one changes
 // the mapping meanwhile (and, for function-based mappings, the user
 // functions allow it).
-class PbDataMapping : public PbBase {
+class QUILLON_API PbDataMapping : public PbBase {
 public:
     enum ClassType { LINEAR = 0, NON_LINEAR = 2, NON_LINEAR2 = 3 };
 

@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbDataMapping.h>
 
 #include <memory>
@@ -10,7 +11,7 @@
 // LINEAR_PER_LEVEL: n colours at the n values, interpolated in between and
 // extrapolated (saturating) beyond the first and last intervals; a single
 // value gives its colour everywhere.
-class PbNonLinearDataMapping2 : public PbDataMapping {
+class QUILLON_API PbNonLinearDataMapping2 : public PbDataMapping {
 public:
     enum Type { NON_LINEAR_PER_LEVEL = 0, LINEAR_PER_LEVEL = 1 };
     // Hue (degrees), lightness, saturation.

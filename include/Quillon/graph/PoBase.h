@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbDomain.h>
 #include <Quillon/graph/PoClassRegistration.h>
 #include <Quillon/graph/PoLibraryReference.h>
@@ -56,7 +57,7 @@ class SoWriteAction;
 //         const PbDataMapping* mapping = readElement<PoDataMappingElement>();
 //         ... build the parts under alternateRep ...
 //     }
-class PoBase : private PoLibraryReference, public SoBaseKit {
+class QUILLON_API PoBase : private PoLibraryReference, public SoBaseKit {
     PO_KIT_ABSTRACT_HEADER(PoBase);
 
     SO_KIT_CATALOG_ENTRY_HEADER(catchActionCallback);

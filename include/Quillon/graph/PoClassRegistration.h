@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 // Class registration shared by every node, node kit and element of the library.
 //
 // Headers use PO_NODE_HEADER, PO_KIT_HEADER, PO_ELEMENT_HEADER (or their
@@ -21,7 +22,7 @@
 
 class SoNodekitCatalog;
 
-class PoClassRegistration {
+class QUILLON_API PoClassRegistration {
 public:
     // Serialises registration across threads; recursive because a class
     // may register its parent while holding it.

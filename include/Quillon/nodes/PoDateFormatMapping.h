@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbDateFormatMapping.h>
 #include <Quillon/nodes/PoNode.h>
 
@@ -10,7 +11,7 @@ class PoFieldWatch;
 
 // Puts the format in which time axes and labels below print dates into
 // the traversal state.
-class PoDateFormatMapping : public PoNode {
+class QUILLON_API PoDateFormatMapping : public PoNode {
     PO_NODE_HEADER(PoDateFormatMapping);
 
 public:

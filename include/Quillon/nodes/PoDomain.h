@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbDomain.h>
 #include <Quillon/nodes/PoNode.h>
 
@@ -15,7 +16,7 @@ class SoTransform;
 
 // Puts a domain into the traversal state for the kits below.  With equal
 // min and max z the domain is two-dimensional, its z range 0 to 1.
-class PoDomain : public PoNode {
+class QUILLON_API PoDomain : public PoNode {
     PO_NODE_HEADER(PoDomain);
 
 public:

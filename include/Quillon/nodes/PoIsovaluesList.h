@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbIsovaluesList.h>
 #include <Quillon/nodes/PoNode.h>
 
@@ -11,7 +12,7 @@ class PoFieldWatch;
 // Puts the list of isovalues into the traversal state for the contouring
 // and level-surface kits below.  The field holds the values; the list
 // becomes regular when they are evenly spaced.
-class PoIsovaluesList : public PoNode {
+class QUILLON_API PoIsovaluesList : public PoNode {
     PO_NODE_HEADER(PoIsovaluesList);
 
 public:

@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbMiscTextAttr.h>
 #include <Quillon/nodes/PoNode.h>
 
@@ -12,7 +13,7 @@ class PoFieldWatch;
 
 // Puts the text attributes that all chart texts below share into the
 // traversal state.
-class PoMiscTextAttr : public PoNode {
+class QUILLON_API PoMiscTextAttr : public PoNode {
     PO_NODE_HEADER(PoMiscTextAttr);
 
 public:

@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbNumericDisplayFormat.h>
 #include <Quillon/nodes/PoNode.h>
 
@@ -11,7 +12,7 @@ class PoFieldWatch;
 
 // Puts the format of the numbers that the kits below print into the
 // traversal state.
-class PoNumericDisplayFormat : public PoNode {
+class QUILLON_API PoNumericDisplayFormat : public PoNode {
     PO_NODE_HEADER(PoNumericDisplayFormat);
 
 public:

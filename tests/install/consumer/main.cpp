@@ -7,12 +7,15 @@
 #include <Inventor/SoInput.h>
 #include <Inventor/actions/SoCallbackAction.h>
 #include <Inventor/fields/SoSFFloat.h>
+#include <Inventor/nodes/SoCube.h>
+#include <Inventor/nodes/SoGroup.h>
 #include <Inventor/nodes/SoSeparator.h>
 
 #include <cstdio>
 
 class UserKit : public PoBase {
     PO_KIT_HEADER(UserKit);
+    SO_KIT_CATALOG_ENTRY_HEADER(group);
 
 public:
     SoSFFloat scale;
@@ -22,6 +25,7 @@ public:
     UserKit() {
         SO_KIT_CONSTRUCTOR(UserKit);
         SO_KIT_ADD_FIELD(scale, (1.0f));
+        SO_KIT_ADD_CATALOG_ENTRY(group, SoGroup, TRUE, alternateRep, \x0, TRUE);
         SO_KIT_INIT_INSTANCE();
         watchFields({&scale});
     }
@@ -31,6 +35,9 @@ protected:
     void rebuild(void) override {
         RebuildScope scope(this);
         ++rebuildCount;
+        auto* shapes = new SoGroup;
+        shapes->addChild(new SoCube);
+        setAnyPart("group", shapes);
         if (const PbDataMapping* mapping = readElement<PoDataMappingElement>())
             mapping->getRGBColor(0.5f * scale.getValue(), colorAtHalf);
     }
@@ -62,6 +69,7 @@ int main() {
         SoCallbackAction action;
         action.apply(root);
         ok = check(kit->rebuildCount == 1, "first rebuild") &&
+             check(kit->getPart("group", FALSE) != nullptr, "the kit's own part") &&
              check(kit->colorAtHalf == SbColor(0.5f, 0, 0), "colour from the state");
         kit->scale = 2.0f;
         action.apply(root);

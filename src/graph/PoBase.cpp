@@ -261,11 +261,6 @@ SbBool PoBase::setUpConnections(SbBool onOff, SbBool doItAlways) {
     return !onOff;
 }
 
-void PoBase::destroy(void) {
-    for (const auto& watch : m_fieldWatches)
-        watch->detach();
-    SoBaseKit::destroy();
-}
 
 // ------------------------------------------------------ catch action
 

@@ -165,10 +165,6 @@ protected:
     // functions; the kit's own are put back, and the kit is marked changed.
     SbBool readInstance(SoInput* in, unsigned short flags) override;
     SbBool setUpConnections(SbBool onOff, SbBool doItAlways = FALSE) override;
-    // The watched fields belong to the kit's levels of derivation, which
-    // are gone before the base's destructor runs: their sensors are
-    // detached while the whole kit still stands.
-    void destroy(void) override;
 
     // Watches fields of the kit: a change of any of them reaches
     // fieldSensorCB with the field's sensor, so it marks the kit changed (or

@@ -261,7 +261,6 @@ SbBool PoBase::setUpConnections(SbBool onOff, SbBool doItAlways) {
     return !onOff;
 }
 
-
 // ------------------------------------------------------ catch action
 
 bool PoBase::isIgnoredAction(SoAction* action) {

@@ -1,5 +1,7 @@
 #include "MeshFieldFuzzer.h"
 
+#include "graph/PoClassManifest.h"
+
 #include <Inventor/SoOutput.h>
 #include <Inventor/actions/SoWriteAction.h>
 
@@ -7,12 +9,9 @@
 
 namespace meshfuzz {
 
-const char* const kNodeTypes[] = {
-    "PoCartesianGrid3D",  "PoParalCartesianGrid3D", "PoRegularCartesianGrid3D",
-    "PoIndexedMesh3D",    "PoHexahedronMesh3D",     "PoTetrahedronMesh3D",
-    "PoCartesianGrid2D",  "PoParalCartesianGrid2D", "PoRegularCartesianGrid2D",
-    "PoPolarGrid2D",      "PoIndexedMesh2D",        "PoTriangleMesh2D",
-    "PoQuadrangleMesh2D", "PoIrregularMesh1D",      "PoRegularMesh1D"};
+#define NAME_OF(_class_) #_class_,
+const char* const kNodeTypes[] = {PO_MESH_NODE_CLASSES(NAME_OF)};
+#undef NAME_OF
 const size_t kNumNodeTypes = sizeof kNodeTypes / sizeof kNodeTypes[0];
 
 const char* const kBinaryHeader = "#Inventor V2.1 binary  \n";

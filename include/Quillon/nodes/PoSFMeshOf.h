@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/nodes/PoSFMesh.h>
 
 #include <utility>
@@ -9,7 +10,7 @@
 // PO_SFMESH_SOURCE in its source (which also compares and copies the
 // geometry of its meshes), and supplies the header of its mesh class
 // (writeHeaderOf, readHeaderOf).
-template <class MeshT> class PoSFMeshOf : public PoSFMesh {
+template <class MeshT> class QUILLON_API PoSFMeshOf : public PoSFMesh {
 public:
     const MeshT& getValue(void) const {
         evaluate();

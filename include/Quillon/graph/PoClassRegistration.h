@@ -76,39 +76,41 @@ public:
 // ---------------------------------------------------------------- headers
 
 #define PO_NODE_ABSTRACT_HEADER(_class_)                                                           \
-    SO_NODE_ABSTRACT_HEADER(_class_);                                                              \
-                                                                                                   \
 public:                                                                                            \
     static void initClass(void);                                                                   \
     static void exitClass(void);                                                                   \
-                                                                                                   \
-private:
+    SO_NODE_ABSTRACT_HEADER(_class_)
 
 #define PO_NODE_HEADER(_class_)                                                                    \
-    PO_NODE_ABSTRACT_HEADER(_class_)                                                               \
+    PO_NODE_ABSTRACT_HEADER(_class_);                                                              \
     static void* createInstance(void)
 
 #define PO_KIT_ABSTRACT_HEADER(_class_)                                                            \
-    SO_KIT_ABSTRACT_HEADER(_class_);                                                               \
-                                                                                                   \
 public:                                                                                            \
     static void initClass(void);                                                                   \
     static void exitClass(void);                                                                   \
-                                                                                                   \
-private:
+    SO_KIT_ABSTRACT_HEADER(_class_)
 
 #define PO_KIT_HEADER(_class_)                                                                     \
-    PO_KIT_ABSTRACT_HEADER(_class_)                                                                \
+    PO_KIT_ABSTRACT_HEADER(_class_);                                                               \
     static void* createInstance(void)
 
+// The toolkit's element header, spelt out: its own leaves a stray
+// semicolon after an inline function.
 #define PO_ELEMENT_HEADER(_class_)                                                                 \
-    SO_ELEMENT_HEADER(_class_);                                                                    \
-                                                                                                   \
 public:                                                                                            \
     static void initClass(void);                                                                   \
     static void exitClass(void);                                                                   \
+    static SoType getClassTypeId(void);                                                            \
+    static int getClassStackIndex(void);                                                           \
+    static void* createInstance(void);                                                             \
                                                                                                    \
-private:
+protected:                                                                                         \
+    _class_(void);                                                                                 \
+                                                                                                   \
+private:                                                                                           \
+    static int classStackIndex;                                                                    \
+    static SoType classTypeId
 
 // ------------------------------------------------------------ common code
 

@@ -29,6 +29,7 @@ void PoNode::exitClasses(void) {
 }
 
 PoNode::PoNode() {
+    PoClassRegistration::checkLibraryInitialized("PoNode::PoNode", "a Quillon node");
     SO_NODE_CONSTRUCTOR(PoNode);
 }
 

@@ -45,6 +45,7 @@ void PoSFMesh::checkRegistered(const SoType& type, const char* name, void (*init
     SoDebugError::post(method.getString(),
                        "Can't construct a field of type %s until initClass() has been called",
                        name);
+    PoClassRegistration::checkLibraryInitialized(method.getString(), name);
     initClass();
 }
 

@@ -39,6 +39,11 @@ public:
     // The same check for element classes, whose types stay registered.
     static bool unregisterElement(const char* className, SoType type);
 
+    // When the library is not initialised, posts that what (a class, or
+    // "a Quillon node") is used before PoQuillon::init(), and how to put it
+    // right; method names the poster.
+    static void checkLibraryInitialized(const char* method, const char* what);
+
     // Enables an element in the nine actions that carry the library's state.
     static void enableElement(SoType type, int stackIndex);
 

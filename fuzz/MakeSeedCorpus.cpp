@@ -7,6 +7,7 @@
 //   quillon_fuzz_seed_corpus fuzz/corpus
 
 #include "MeshFieldFuzzer.h"
+#include "support/SceneIO.h"
 
 #include <Quillon/3Ddata/PbMesh.h>
 #include <Quillon/PoQuillon.h>
@@ -104,7 +105,7 @@ int main(int argc, char** argv) {
         field->get(ascii);
         if (!writeSeed(directory + "/ascii/" + type, static_cast<char>(kind), ascii.getString()) ||
             !writeSeed(directory + "/binary/" + type, static_cast<char>(kind),
-                       meshfuzz::binaryValueOf(meshfuzz::write(node, true)))) {
+                       meshfuzz::binaryValueOf(SceneIO::write(node, true)))) {
             std::fprintf(stderr, "%s: cannot write its seeds in %s\n", type, directory.c_str());
             ++failures;
         }

@@ -7,18 +7,17 @@
 // README.md ("Fuzzing") for the build and run commands.
 
 #include "MeshFieldFuzzer.h"
+#include "support/SceneIO.h"
 
 #include <Quillon/3Ddata/PbMesh.h>
 #include <Quillon/PoQuillon.h>
 #include <Quillon/graph/PoDebugError.h>
 #include <Quillon/nodes/PoMeshProperty.h>
 
-#include <Inventor/SoDB.h>
 #include <Inventor/SoInput.h>
 #include <Inventor/errors/SoDebugError.h>
 #include <Inventor/errors/SoReadError.h>
 #include <Inventor/fields/SoField.h>
-#include <Inventor/nodes/SoSeparator.h>
 
 #include <cstdint>
 #include <cstdlib>
@@ -27,21 +26,6 @@
 namespace {
 
 void silence(const SoError*, void*) {}
-
-// The single node of a scene file, referenced; null when it does not read.
-SoNode* readNode(const std::string& bytes) {
-    SoInput input;
-    input.setBuffer(bytes.data(), bytes.size());
-    SoSeparator* root = SoDB::readAll(&input);
-    if (!root)
-        return nullptr;
-    root->ref();
-    SoNode* node = root->getNumChildren() == 1 ? root->getChild(0) : nullptr;
-    if (node)
-        node->ref();
-    root->unref();
-    return node;
-}
 
 bool readField(SoField* field, const std::string& value) {
 #ifdef QUILLON_FUZZ_BINARY
@@ -56,9 +40,10 @@ bool readField(SoField* field, const std::string& value) {
 
 // Written and read again in one format, the node must come back whole.
 SoNode* roundTrip(SoNode* node, bool binary) {
-    SoNode* read = readNode(meshfuzz::write(node, binary));
-    if (!read)
+    SoNode* read = SceneIO::read(SceneIO::write(node, binary));
+    if (!read || read->getTypeId() != node->getTypeId())
         std::abort();
+    read->ref();
     return read;
 }
 
@@ -73,9 +58,9 @@ bool hasVectorsPerCell(SoNode* node) {
 }
 
 void checkRoundTrips(SoNode* node) {
-    const std::string binary = meshfuzz::write(node, true);
+    const std::string binary = SceneIO::write(node, true);
     SoNode* fromBinary = roundTrip(node, true);
-    if (meshfuzz::write(fromBinary, true) != binary)
+    if (SceneIO::write(fromBinary, true) != binary)
         std::abort();
     fromBinary->unref();
     // ASCII keeps every value too, though not the payload bits of a NaN.

@@ -8,8 +8,6 @@
 #include <cstddef>
 #include <string>
 
-class SoNode;
-
 namespace meshfuzz {
 
 extern const char* const kNodeTypes[];
@@ -17,9 +15,6 @@ extern const size_t kNumNodeTypes;
 
 // The node type that an input's first byte chooses.
 SoType nodeTypeOf(unsigned char first);
-
-// The node written in the toolkit's format.
-std::string write(SoNode* node, bool binary);
 
 // The binary file header that the value of a field read in binary follows.
 extern const char* const kBinaryHeader;

@@ -2,11 +2,6 @@
 
 #include "graph/PoClassManifest.h"
 
-#include <Inventor/SoOutput.h>
-#include <Inventor/actions/SoWriteAction.h>
-
-#include <cstdlib>
-
 namespace meshfuzz {
 
 #define NAME_OF(_class_) #_class_,
@@ -18,20 +13,6 @@ const char* const kBinaryHeader = "#Inventor V2.1 binary  \n";
 
 SoType nodeTypeOf(unsigned char first) {
     return SoType::fromName(kNodeTypes[first % kNumNodeTypes]);
-}
-
-std::string write(SoNode* node, bool binary) {
-    SoOutput output;
-    output.setBinary(binary);
-    output.setBuffer(std::malloc(1024), 1024, std::realloc);
-    SoWriteAction writer(&output);
-    writer.apply(node);
-    void* buffer = nullptr;
-    size_t size = 0;
-    output.getBuffer(buffer, size);
-    std::string bytes(static_cast<char*>(buffer), size);
-    std::free(buffer);
-    return bytes;
 }
 
 std::string binaryValueOf(const std::string& nodeFile) {

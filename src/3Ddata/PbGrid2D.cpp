@@ -158,11 +158,8 @@ const PbCell* PbGrid2D::findInAxisAlignedCells(const SbVec3f& point, float toler
                                                const PbArrayOfInt& testedCells) const {
     if (m_numCells <= 0)
         return nullptr;
-    if (!m_axes || !m_axes->isBuiltFor(getGeometryId()))
-        m_axes = std::make_unique<PiGridAxes>(*this);
-    int lo[2], hi[2];
-    for (int axis = 0; axis < 2; ++axis)
-        m_axes->candidateCells(axis, point[axis], tolerance, lo[axis], hi[axis]);
+    int lo[3], hi[3];
+    PiGridAxes::of(*this, m_axes).candidateBlock(point, tolerance, lo, hi);
     for (int i = lo[0]; i <= hi[0]; ++i)
         for (int j = lo[1]; j <= hi[1]; ++j)
             if (const PbCell* cell = locateInUntestedCell(i * (m_numY - 1) + j, point, tolerance,

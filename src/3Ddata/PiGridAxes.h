@@ -1,4 +1,7 @@
 #pragma once
+#include <Inventor/SbVec3f.h>
+
+#include <memory>
 #include <vector>
 
 class PbGrid2D;
@@ -15,7 +18,20 @@ public:
     // The x and y axes; z has no cells.
     explicit PiGridAxes(const PbGrid2D& grid);
 
-    bool isBuiltFor(unsigned int geometryId) const { return geometryId == m_geometryId; }
+    // The axes of a grid, kept in cache and built anew when the grid's
+    // geometry changed.
+    template <class Grid>
+    static const PiGridAxes& of(const Grid& grid, std::unique_ptr<PiGridAxes>& cache) {
+        if (!cache || cache->m_geometryId != grid.getGeometryId())
+            cache = std::make_unique<PiGridAxes>(grid);
+        return *cache;
+    }
+
+    // candidateCells along every axis for the point.
+    void candidateBlock(const SbVec3f& point, float tolerance, int lo[3], int hi[3]) const {
+        for (int axis = 0; axis < 3; ++axis)
+            candidateCells(axis, point[axis], tolerance, lo[axis], hi[axis]);
+    }
 
     // The cells lo to hi along an axis (empty when lo > hi) include every
     // cell whose span, enlarged by tolerance times its width, holds x.  A

@@ -12,7 +12,6 @@
 #include <Inventor/nodes/SoSeparator.h>
 
 #include <cerrno>
-#include <csignal>
 #include <cstring>
 #include <pthread.h>
 #include <sys/wait.h>

@@ -57,6 +57,7 @@
 #include <Quillon/graph/PbMiscTextAttr.h>
 #include <Quillon/graph/PbNumericDisplayFormat.h>
 #include <Quillon/graph/PiNumericFormat.h>
+#include <Quillon/graph/PiText.h>
 #include <Quillon/graph/PiColorConversion.h>
 #include <Quillon/graph/PbDataMapping.h>
 #include <Quillon/graph/PbLinearDataMapping.h>

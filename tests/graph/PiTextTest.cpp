@@ -1,0 +1,385 @@
+#include <Quillon/graph/PbMiscTextAttr.h>
+#include <Quillon/graph/PiText.h>
+#include <Quillon/graph/PoBase.h>
+
+#include "support/ErrorRecorder.h"
+#include "support/HeadlessRender.h"
+#include "support/LibraryTest.h"
+
+#include <Inventor/SbBox3f.h>
+#include <Inventor/SoPrimitiveVertex.h>
+#include <Inventor/actions/SoCallbackAction.h>
+#include <Inventor/actions/SoGLRenderAction.h>
+#include <Inventor/actions/SoSearchAction.h>
+#include <Inventor/elements/SoTextOutlineEnabledElement.h>
+#include <Inventor/nodes/SoAnnotation.h>
+#include <Inventor/nodes/SoBaseColor.h>
+#include <Inventor/nodes/SoCallback.h>
+#include <Inventor/nodes/SoLightModel.h>
+#include <Inventor/nodes/SoOrthographicCamera.h>
+#include <Inventor/nodes/SoText3.h>
+
+#include <cmath>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+Lines linesOf(const PiText& text, const char* string) {
+    Lines lines;
+    for (const SbString& line : text.getLines(string))
+        lines.emplace_back(line.getString());
+    return lines;
+}
+
+class PiTextTest : public LibraryTest {
+protected:
+    void TearDown() override {
+        PoBase::setTextType(PoBase::SO_ANNO_TEXT3);
+        PoBase::setVRML2Mode(0);
+        LibraryTest::TearDown();
+    }
+};
+
+TEST_F(PiTextTest, BreaksLinesAtTheBreakCharacterWithinTheLength) {
+    struct Case {
+        const char* text;
+        char breakChar;
+        int length;
+        Lines lines;
+    };
+    const Case cases[] = {
+        {"one two three", ' ', 0, {"one two three"}},
+        {"one two three", ' ', 7, {"one two", "three"}},
+        {"one two three", ' ', 6, {"one", "two", "three"}},
+        {"one two three", ' ', 13, {"one two three"}},
+        {"a-bb-ccc", '-', 4, {"a-bb", "ccc"}},
+        {"Temperature (degrees)", ' ', 5, {"Temperature", "(degrees)"}},
+        {"up\ndown and out", ' ', 8, {"up", "down and", "out"}},
+        {"first\nsecond", ' ', 0, {"first", "second"}},
+        {"", ' ', 4, {""}},
+        {"\xC3\xA9t\xC3\xA9 hiver", ' ', 4, {"\xC3\xA9t\xC3\xA9", "hiver"}},
+    };
+    PiText text;
+    for (const Case& c : cases) {
+        text.setLineBreak(c.breakChar, c.length);
+        EXPECT_EQ(linesOf(text, c.text), c.lines) << '"' << c.text << "\" at " << c.length;
+    }
+}
+
+TEST_F(PiTextTest, TakesFontAndLineBreakingFromTheTextAttributes) {
+    PbMiscTextAttr attributes;
+    attributes.setFontName("Serif");
+    attributes.setLineLength('/', 3);
+    PiText text;
+    text.setMiscTextAttr(&attributes);
+    EXPECT_STREQ(text.getFontName().getString(), "Serif");
+    EXPECT_EQ(linesOf(text, "ab/cd"), (Lines{"ab", "cd"}));
+    text.setFontName("Sans");
+    text.setMiscTextAttr(nullptr);
+    EXPECT_STREQ(text.getFontName().getString(), "Sans");
+    text.setFontName("");
+    EXPECT_STREQ(text.getFontName().getString(), "defaultFont");
+}
+
+TEST_F(PiTextTest, MeasuresInProportionToTheSize) {
+    PiText text;
+    const float width = text.getWidth("12.5");
+    const SbBox2f box = text.getBox("10");
+    EXPECT_GT(width, 1.0f);
+    // Digits stand the cap height above the baseline.
+    EXPECT_NEAR(box.getMax()[1], PiText::CAP_HEIGHT, 0.01f);
+    EXPECT_NEAR(text.getWidth("00"), 2.0f * text.getWidth("0"), 0.01f);
+
+    text.setFontSize(0.25f);
+    EXPECT_NEAR(text.getWidth("12.5"), 0.25f * width, 1e-4f);
+    EXPECT_FLOAT_EQ(text.getHeight("one"), 0.25f * PiText::CAP_HEIGHT);
+    EXPECT_FLOAT_EQ(text.getHeight("one\ntwo\nthree"), 0.25f * (2.0f + PiText::CAP_HEIGHT));
+    // The widest line gives the width.
+    EXPECT_FLOAT_EQ(text.getWidth("1\n12.5\n1"), text.getWidth("12.5"));
+}
+
+// For each path, the side of the anchor on which each side puts the text:
+// the box's edge toward the anchor lies on it, and the text is centred
+// across.
+TEST_F(PiTextTest, SidesPutTheTextBesideItsAnchorWhateverThePath) {
+    const PiText::Path paths[] = {PiText::PATH_RIGHT, PiText::PATH_LEFT, PiText::PATH_UP,
+                                  PiText::PATH_DOWN};
+    const struct {
+        PiText::Side side;
+        SbVec2f direction;
+    } sides[] = {{PiText::SIDE_RIGHT, SbVec2f(1, 0)},
+                 {PiText::SIDE_ABOVE, SbVec2f(0, 1)},
+                 {PiText::SIDE_LEFT, SbVec2f(-1, 0)},
+                 {PiText::SIDE_BELOW, SbVec2f(0, -1)}};
+    PiText text;
+    const float tolerance = 0.03f;
+    for (PiText::Path path : paths) {
+        text.setPath(path);
+        for (const auto& side : sides) {
+            text.setSide(side.side);
+            const SbBox2f box = text.getBox("150");
+            SbVec2f center;
+            box.getCenter().getValue(center[0], center[1]);
+            const int along = side.direction[0] != 0 ? 0 : 1;
+            const float nearEdge =
+                side.direction[along] > 0 ? box.getMin()[along] : box.getMax()[along];
+            EXPECT_NEAR(nearEdge, 0.0f, tolerance) << "path " << path << " side " << side.side;
+            EXPECT_GT(center[along] * side.direction[along], 0.2f);
+            EXPECT_NEAR(center[1 - along], 0.0f, tolerance)
+                << "path " << path << " side " << side.side;
+        }
+        text.setSide(PiText::SIDE_CENTER);
+        SbVec2f center;
+        text.getBox("150").getCenter().getValue(center[0], center[1]);
+        EXPECT_NEAR(center.length(), 0.0f, tolerance) << "path " << path;
+    }
+}
+
+TEST_F(PiTextTest, PathsTurnTheTextByQuarterTurns) {
+    PiText text;
+    const float width = text.getWidth("1234");
+    const struct {
+        PiText::Path path;
+        float x0, x1, y0, y1;
+    } cases[] = {
+        {PiText::PATH_RIGHT, 0, width, 0, PiText::CAP_HEIGHT},
+        {PiText::PATH_UP, -PiText::CAP_HEIGHT, 0, 0, width},
+        {PiText::PATH_LEFT, -width, 0, -PiText::CAP_HEIGHT, 0},
+        {PiText::PATH_DOWN, 0, PiText::CAP_HEIGHT, -width, 0},
+    };
+    for (const auto& c : cases) {
+        text.setPath(c.path);
+        const SbBox2f box = text.getBox("1234");
+        EXPECT_NEAR(box.getMin()[0], c.x0, 0.03f) << c.path;
+        EXPECT_NEAR(box.getMax()[0], c.x1, 0.03f) << c.path;
+        EXPECT_NEAR(box.getMin()[1], c.y0, 0.03f) << c.path;
+        EXPECT_NEAR(box.getMax()[1], c.y1, 0.03f) << c.path;
+    }
+}
+
+TEST_F(PiTextTest, CornersFollowTheAngleAndTheMargin) {
+    PiText text;
+    text.setSide(PiText::SIDE_CENTER);
+    const SbBox2f box = text.getBox("42");
+    SbVec3f corners[4];
+    text.getCorners("42", SbVec3f(5, 1, 2), static_cast<float>(M_PI_2), 0.1f, corners);
+    // A quarter turn: the first corner (low x, low y) goes to (-low y, low x).
+    EXPECT_NEAR(corners[0][0], 5 - (box.getMin()[1] - 0.1f), 1e-5f);
+    EXPECT_NEAR(corners[0][1], 1 + box.getMin()[0] - 0.1f, 1e-5f);
+    EXPECT_FLOAT_EQ(corners[0][2], 2.0f);
+    EXPECT_NEAR((corners[2] - corners[0]).length(),
+                (box.getMax() - box.getMin() + SbVec2f(0.2f, 0.2f)).length(), 1e-5f);
+}
+
+TEST_F(PiTextTest, ReadableAnglesNeverTurnTheTextUpsideDown) {
+    const float pi = static_cast<float>(M_PI);
+    const struct {
+        float angle, readable;
+    } cases[] = {{0, 0},
+                 {0.3f, 0.3f},
+                 {pi, 0},
+                 {0.75f * pi, -0.25f * pi},
+                 {-pi / 2, pi / 2},
+                 {pi / 2, pi / 2},
+                 {2.3f * pi, 0.3f * pi},
+                 {-0.6f * pi, 0.4f * pi},
+                 {NAN, 0}};
+    for (const auto& c : cases)
+        EXPECT_NEAR(PiText::readableAngle(c.angle), c.readable, 1e-5f) << c.angle;
+}
+
+TEST_F(PiTextTest, ConvertsLatin1AndTakesStrayBytesAsLatin1) {
+    EXPECT_STREQ(PiText::fromLatin1("\xB0"
+                                    "C")
+                     .getString(),
+                 "\xC2\xB0"
+                 "C");
+    EXPECT_STREQ(PiText::toLatin1("\xC2\xB0"
+                                  "C \xE2\x82\xAC")
+                     .getString(),
+                 "\xB0"
+                 "C ?");
+    PiText text;
+    // A Latin-1 degree sign measures as the UTF-8 one.
+    EXPECT_FLOAT_EQ(text.getWidth("20\xB0"), text.getWidth("20\xC2\xB0"));
+    EXPECT_EQ(linesOf(text, "\xE9t\xE9"), (Lines{"\xC3\xA9t\xC3\xA9"}));
+}
+
+TEST_F(PiTextTest, RefusesBadSettingsAndKeepsItsOwn) {
+    ErrorRecorder errors;
+    PiText text;
+    text.setFontSize(2.0f);
+    text.setPath(PiText::PATH_UP);
+    for (float size : {0.0f, -1.0f, NAN, INFINITY})
+        text.setFontSize(size);
+    text.setPath(static_cast<PiText::Path>(7));
+    text.setJustification(static_cast<PiText::HorizontalJustification>(-1), PiText::JUSTIFY_TOP);
+    text.setSide(static_cast<PiText::Side>(9));
+    EXPECT_EQ(errors.messages().size(), 7u);
+    EXPECT_TRUE(errors.contains("PiText::setFontSize(): font size 0 is not a positive number"));
+    EXPECT_FLOAT_EQ(text.getFontSize(), 2.0f);
+    EXPECT_EQ(text.getPath(), PiText::PATH_UP);
+    EXPECT_EQ(text.getVerticalJustification(), PiText::JUSTIFY_BOTTOM);
+}
+
+template <class Node> Node* findFirst(SoNode* root) {
+    SoSearchAction search;
+    search.setType(Node::getClassTypeId());
+    search.apply(root);
+    return search.getPath() ? static_cast<Node*>(search.getPath()->getTail()) : nullptr;
+}
+
+TEST_F(PiTextTest, TextTypeAndVrml2ModeChooseAnnotationOr3DText) {
+    PbMiscTextAttr attributes;
+    PiText text;
+    const struct {
+        PoBase::TextType type;
+        int vrml2;
+        bool annotation;
+    } cases[] = {{PoBase::SO_ANNO_TEXT3, 0, true},
+                 {PoBase::SO_TEXT3, 0, false},
+                 {PoBase::SO_ANNO_TEXT3, 1, false}};
+    for (const auto& c : cases) {
+        PoBase::setTextType(c.type);
+        PoBase::setVRML2Mode(c.vrml2);
+        SoNode* node = text.build("7", SbVec3f(0, 0, 0));
+        node->ref();
+        EXPECT_EQ(node->isOfType(SoAnnotation::getClassTypeId()), c.annotation);
+        EXPECT_EQ(findFirst<SoLightModel>(node) != nullptr, !c.annotation);
+        const SoText3* shape = findFirst<SoText3>(node);
+        ASSERT_NE(shape, nullptr);
+        EXPECT_EQ(shape->parts.getValue(), c.annotation ? SoText3::FRONT : SoText3::ALL);
+        node->unref();
+    }
+    attributes.enablePredefinedProfile(0);
+    text.setMiscTextAttr(&attributes);
+    SoNode* flat = text.build("7", SbVec3f(0, 0, 0));
+    flat->ref();
+    EXPECT_EQ(findFirst<SoText3>(flat)->parts.getValue(), SoText3::FRONT);
+    flat->unref();
+}
+
+// Depth of the geometry that the toolkit generates for the text.
+float extrusionDepth(SoNode* node) {
+    SbBox3f box;
+    SoCallbackAction action;
+    action.addTriangleCallback(
+        SoText3::getClassTypeId(),
+        [](void* data, SoCallbackAction*, const SoPrimitiveVertex* a, const SoPrimitiveVertex* b,
+           const SoPrimitiveVertex* c) {
+            auto* bounds = static_cast<SbBox3f*>(data);
+            for (const SoPrimitiveVertex* v : {a, b, c})
+                bounds->extendBy(v->getPoint());
+        },
+        &box);
+    action.apply(node);
+    return box.getMax()[2] - box.getMin()[2];
+}
+
+TEST_F(PiTextTest, ThePredefinedProfileGivesAShallowExtrusion) {
+    PoBase::setTextType(PoBase::SO_TEXT3);
+    PiText text;
+    text.setFontSize(2.0f);
+    SoNode* node = text.build("8", SbVec3f(0, 0, 0));
+    node->ref();
+    const float depth = extrusionDepth(node);
+    EXPECT_GT(depth, 0.05f * 2.0f);
+    EXPECT_LT(depth, 0.25f * 2.0f);
+    node->unref();
+}
+
+// ---------------------------------------------------------------- render
+
+struct TextScene {
+    static constexpr int pixels = 200;
+    static constexpr float viewHeight = 4.0f;
+
+    TextScene() : root(new SoSeparator) {
+        root->ref();
+        auto* camera = new SoOrthographicCamera;
+        camera->position.setValue(0, 0, 5);
+        camera->height = viewHeight;
+        root->addChild(camera);
+        auto* lighting = new SoLightModel;
+        lighting->model = SoLightModel::BASE_COLOR;
+        root->addChild(lighting);
+        auto* colour = new SoBaseColor;
+        colour->rgb.setValue(1, 1, 1);
+        root->addChild(colour);
+    }
+    ~TextScene() { root->unref(); }
+
+    static float column(float x) { return (x + 0.5f * viewHeight) / viewHeight * pixels; }
+    static float row(float y) { return (0.5f * viewHeight - y) / viewHeight * pixels; }
+
+    SoSeparator* root;
+};
+
+TEST_F(PiTextTest, MeasuredBoxesAgreeWithTheDrawnPixels) {
+    QUILLON_REQUIRE_RENDERING();
+    const struct {
+        PoBase::TextType type;
+        PiText::Path path;
+        PiText::Side side;
+        const char* string;
+    } cases[] = {
+        {PoBase::SO_ANNO_TEXT3, PiText::PATH_RIGHT, PiText::SIDE_CENTER, "-12.50"},
+        {PoBase::SO_ANNO_TEXT3, PiText::PATH_UP, PiText::SIDE_LEFT, "4096"},
+        {PoBase::SO_TEXT3, PiText::PATH_DOWN, PiText::SIDE_BELOW, "Hg 7"},
+        {PoBase::SO_ANNO_TEXT3, PiText::PATH_RIGHT, PiText::SIDE_ABOVE, "two\nlines"},
+    };
+    // The pixel grid, and the glyphs' side bearings.
+    const float tolerance = 1.5f;
+    for (const auto& c : cases) {
+        PoBase::setTextType(c.type);
+        PiText text;
+        text.setFontSize(0.5f);
+        text.setPath(c.path);
+        text.setSide(c.side);
+        const SbVec3f anchor(-0.3f, 0.2f, 0.0f);
+        TextScene scene;
+        scene.root->addChild(text.build(c.string, anchor));
+        const PixelRect drawn = drawnExtent(
+            renderHeadless(scene.root, smallPicture(TextScene::pixels, TextScene::pixels)),
+            Rgb{0, 0, 0});
+        ASSERT_FALSE(drawn.empty()) << c.string;
+        const SbBox2f box = text.getBox(c.string);
+        const std::string what = std::string(c.string) + " path " + std::to_string(c.path);
+        EXPECT_NEAR(drawn.x0, TextScene::column(anchor[0] + box.getMin()[0]), tolerance) << what;
+        EXPECT_NEAR(drawn.x1 + 1, TextScene::column(anchor[0] + box.getMax()[0]), tolerance)
+            << what;
+        EXPECT_NEAR(drawn.y0, TextScene::row(anchor[1] + box.getMax()[1]), tolerance) << what;
+        EXPECT_NEAR(drawn.y1 + 1, TextScene::row(anchor[1] + box.getMin()[1]), tolerance) << what;
+    }
+}
+
+void setOutlining(void* data, SoAction* action) {
+    if (action->isOfType(SoGLRenderAction::getClassTypeId()))
+        SoTextOutlineEnabledElement::set(action->getState(), nullptr, data != nullptr);
+}
+
+TEST_F(PiTextTest, OutliningDrawsTheGlyphEdgesWhenTheElementIsOn) {
+    QUILLON_REQUIRE_RENDERING();
+    int lit[2];
+    for (int outline = 0; outline < 2; ++outline) {
+        TextScene scene;
+        auto* setter = new SoCallback;
+        setter->setCallback(&setOutlining, outline ? scene.root : nullptr);
+        scene.root->addChild(setter);
+        PiText text;
+        text.setFontSize(0.3f);
+        text.setSide(PiText::SIDE_CENTER);
+        scene.root->addChild(text.build("0.123456789", SbVec3f(0, 0, 0)));
+        lit[outline] = countPixelsNear(
+            renderHeadless(scene.root, smallPicture(TextScene::pixels, TextScene::pixels)),
+            Rgb{255, 255, 255}, 100);
+    }
+    EXPECT_GT(lit[0], 50);
+    EXPECT_GT(lit[1], lit[0] + lit[0] / 20);
+}
+
+} // namespace

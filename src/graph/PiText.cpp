@@ -34,6 +34,10 @@ const float s_predefinedDepth = 0.15f;
 // Measures are kept per font and line; the store is emptied when it grows
 // beyond this many.
 const size_t s_maxStoredMeasures = 8192;
+// An exponent's size, and how far its baseline stands above the text's, in
+// capital heights of the text.
+const float s_exponentScale = 0.7f;
+const float s_exponentRaise = 0.6f;
 
 // Length of the UTF-8 sequence at s with its code point, or 0 when the
 // bytes there are not UTF-8.
@@ -274,32 +278,46 @@ void PiText::setJustification(HorizontalJustification horizontal, VerticalJustif
     m_vertical = vertical;
 }
 
-void PiText::setSide(Side side) {
-    if (side < SIDE_CENTER || side > SIDE_BELOW) {
-        PoDebugError::post("PiText::setSide", "unknown side %d", static_cast<int>(side));
+void PiText::setSide(Side side, Side secondSide) {
+    if (side < SIDE_CENTER || side > SIDE_BELOW || secondSide < SIDE_CENTER ||
+        secondSide > SIDE_BELOW) {
+        PoDebugError::post("PiText::setSide", "unknown side %d, %d", static_cast<int>(side),
+                           static_cast<int>(secondSide));
         return;
     }
-    if (side == SIDE_CENTER) {
-        setJustification(JUSTIFY_CENTER, JUSTIFY_HALF);
-        return;
+    m_horizontal = JUSTIFY_CENTER;
+    m_vertical = JUSTIFY_HALF;
+    for (Side each : {side, secondSide}) {
+        if (each != SIDE_CENTER)
+            setFacingEdge(each - SIDE_RIGHT);
     }
-    // The text's edge that faces the anchor, in quarter turns from +X of
-    // the text's own frame: the side's opposite, undone by the path.
-    const int sideTurns = side - SIDE_RIGHT;
-    switch ((sideTurns + 2 - quarterTurns(m_path) + 4) & 3) {
+}
+
+// Justifies the text on the edge that faces the anchor when the text
+// stands on the side that many quarter turns from +X of the plane: the
+// side's opposite, brought into the text's own frame.
+void PiText::setFacingEdge(int quarterTurnsOfSide) {
+    int edge = (quarterTurnsOfSide + 2 - quarterTurns(m_path) + 4) & 3;
+    if (m_mirrored)
+        edge = (6 - edge) & 3;
+    switch (edge) {
     case 0:
-        setJustification(JUSTIFY_RIGHT, JUSTIFY_HALF);
+        m_horizontal = JUSTIFY_RIGHT;
         break;
     case 1:
-        setJustification(JUSTIFY_CENTER, JUSTIFY_TOP);
+        m_vertical = JUSTIFY_TOP;
         break;
     case 2:
-        setJustification(JUSTIFY_LEFT, JUSTIFY_HALF);
+        m_horizontal = JUSTIFY_LEFT;
         break;
     default:
-        setJustification(JUSTIFY_CENTER, JUSTIFY_BOTTOM);
+        m_vertical = JUSTIFY_BOTTOM;
         break;
     }
+}
+
+void PiText::setMirrored(bool mirrored) {
+    m_mirrored = mirrored;
 }
 
 SbString PiText::getFontName() const {
@@ -321,13 +339,13 @@ std::vector<SbString> PiText::getLines(const SbString& text) const {
     return lines;
 }
 
-float PiText::toolkitFontSize() const {
-    return CAP_HEIGHT * m_size / capRatio(getFontName());
+float PiText::toolkitFontSize(float size) const {
+    return CAP_HEIGHT * size / capRatio(getFontName());
 }
 
 std::vector<SbBox2f> PiText::measureLines(const std::vector<SbString>& lines) const {
     const SbString fontName = getFontName();
-    const float scale = toolkitFontSize();
+    const float scale = toolkitFontSize(m_size);
     std::vector<SbBox2f> extents;
     for (const SbString& line : lines) {
         SbBox2f extent = measureUnit(fontName, line);
@@ -352,16 +370,24 @@ float PiText::getHeight(const SbString& text) const {
     return static_cast<float>(lines - 1) * m_size + CAP_HEIGHT * m_size;
 }
 
-float PiText::justificationOffsetY(int lineCount) const {
-    const float lastBaseline = static_cast<float>(lineCount - 1) * m_size;
+// Height of the first baseline above the anchor for a text whose last
+// baseline lies at lastBaseline (0 or below) and whose highest capitals at
+// capTop from its first baseline.
+float PiText::justificationOffsetY(float lastBaseline, float capTop) const {
     switch (m_vertical) {
     case JUSTIFY_TOP:
-        return -CAP_HEIGHT * m_size;
+        return -capTop;
     case JUSTIFY_HALF:
-        return 0.5f * (lastBaseline - CAP_HEIGHT * m_size);
+        return -0.5f * (lastBaseline + capTop);
     default:
-        return lastBaseline;
+        return -lastBaseline;
     }
+}
+
+// From the text's own frame to the plane around the anchor.
+SbVec2f PiText::toPlane(const SbVec2f& point) const {
+    const SbVec2f mirrored(m_mirrored ? -point[0] : point[0], point[1]);
+    return turnByQuarters(mirrored, quarterTurns(m_path));
 }
 
 float PiText::pathAngle() const {
@@ -370,7 +396,8 @@ float PiText::pathAngle() const {
 
 SbBox2f PiText::getBox(const SbString& text) const {
     const std::vector<SbBox2f> extents = measureLines(getLines(text));
-    const float firstBaseline = justificationOffsetY(static_cast<int>(extents.size()));
+    const float lastBaseline = -static_cast<float>(extents.size() - 1) * m_size;
+    const float firstBaseline = justificationOffsetY(lastBaseline, CAP_HEIGHT * m_size);
     SbBox2f box;
     for (size_t i = 0; i < extents.size(); ++i) {
         const SbBox2f& extent = extents[i];
@@ -378,16 +405,10 @@ SbBox2f PiText::getBox(const SbString& text) const {
             continue;
         const SbVec2f shift(lineOffsetX(m_horizontal, extent.getMax()[0]),
                             firstBaseline - static_cast<float>(i) * m_size);
-        box.extendBy(extent.getMin() + shift);
-        box.extendBy(extent.getMax() + shift);
+        box.extendBy(toPlane(extent.getMin() + shift));
+        box.extendBy(toPlane(extent.getMax() + shift));
     }
-    if (box.isEmpty())
-        return box;
-    const int turns = quarterTurns(m_path);
-    SbBox2f turned;
-    turned.extendBy(turnByQuarters(box.getMin(), turns));
-    turned.extendBy(turnByQuarters(box.getMax(), turns));
-    return turned;
+    return box;
 }
 
 void PiText::getCorners(const SbString& text, const SbVec3f& position, float angle, float margin,
@@ -407,14 +428,36 @@ void PiText::getCorners(const SbString& text, const SbVec3f& position, float ang
     }
 }
 
-bool PiText::isExtruded() const {
-    return m_profileEnabled || m_predefinedProfileEnabled;
-}
-
 SoNode* PiText::build(const SbString& text, const SbVec3f& position, float angle) const {
     const std::vector<SbString> lines = getLines(text);
+    const float lastBaseline = -static_cast<float>(lines.size() - 1) * m_size;
+    const SbVec2f offset(0.0f, justificationOffsetY(lastBaseline, CAP_HEIGHT * m_size));
+    return buildLines(lines, m_size, offset, m_horizontal, position, angle);
+}
+
+SoNode* PiText::buildWithExponent(const SbString& text, const SbString& exponent,
+                                  const SbVec3f& position, float angle) const {
+    PiText small(*this);
+    small.m_size = s_exponentScale * m_size;
+    const float width = getWidth(text);
+    const float raise = s_exponentRaise * CAP_HEIGHT * m_size;
+    const float capTop = raise + CAP_HEIGHT * small.m_size;
+    const SbVec2f offset(lineOffsetX(m_horizontal, width + small.getWidth(exponent)),
+                         justificationOffsetY(0.0f, capTop));
+    auto* group = new SoSeparator;
+    group->addChild(buildLines({text}, m_size, offset, JUSTIFY_LEFT, position, angle));
+    group->addChild(buildLines({exponent}, small.m_size, offset + SbVec2f(width, raise),
+                               JUSTIFY_LEFT, position, angle));
+    return group;
+}
+
+// One holder with the lines, their first baseline's origin at offset in
+// the text's frame, turned and placed around the anchor.
+SoNode* PiText::buildLines(const std::vector<SbString>& lines, float size, const SbVec2f& offset,
+                           HorizontalJustification justification, const SbVec3f& position,
+                           float angle) const {
     const bool annotation = isAnnotationText();
-    const float fontSize = toolkitFontSize();
+    const float fontSize = toolkitFontSize(size);
     SoSeparator* holder = PfText::createHolder(annotation);
 
     auto* font = new SoFont;
@@ -422,11 +465,12 @@ SoNode* PiText::build(const SbString& text, const SbVec3f& position, float angle
     font->size = fontSize;
     holder->addChild(font);
 
-    SbMatrix placement, turn, move;
-    placement.setTranslate(
-        SbVec3f(0.0f, justificationOffsetY(static_cast<int>(lines.size())), 0.0f));
+    SbMatrix placement, mirror, turn, move;
+    placement.setTranslate(SbVec3f(offset[0], offset[1], 0.0f));
+    mirror.setScale(SbVec3f(m_mirrored ? -1.0f : 1.0f, 1.0f, 1.0f));
     turn.setRotate(SbRotation(SbVec3f(0.0f, 0.0f, 1.0f), pathAngle() + angle));
     move.setTranslate(position);
+    placement.multRight(mirror);
     placement.multRight(turn);
     placement.multRight(move);
     auto* transform = new SoMatrixTransform;
@@ -436,8 +480,8 @@ SoNode* PiText::build(const SbString& text, const SbVec3f& position, float angle
     auto* shape = new SoText3;
     for (size_t i = 0; i < lines.size(); ++i)
         shape->string.set1Value(static_cast<int>(i), lines[i]);
-    shape->justification = toolkitJustification(m_horizontal);
-    shape->spacing = m_size / fontSize;
+    shape->justification = toolkitJustification(justification);
+    shape->spacing = size / fontSize;
     shape->parts = SoText3::FRONT;
     if (!annotation) {
         auto* lighting = new SoLightModel;
@@ -445,7 +489,7 @@ SoNode* PiText::build(const SbString& text, const SbVec3f& position, float angle
         holder->addChild(lighting);
         if (!m_profileEnabled && m_predefinedProfileEnabled)
             addPredefinedProfile(holder);
-        if (isExtruded())
+        if (m_profileEnabled || m_predefinedProfileEnabled)
             shape->parts = SoText3::ALL;
     }
     PfText::addOutlinedText(holder, shape);

@@ -10,8 +10,10 @@
 #include <Inventor/SoPrimitiveVertex.h>
 #include <Inventor/actions/SoCallbackAction.h>
 #include <Inventor/actions/SoGLRenderAction.h>
+#include <Inventor/actions/SoGetBoundingBoxAction.h>
 #include <Inventor/actions/SoSearchAction.h>
 #include <Inventor/elements/SoTextOutlineEnabledElement.h>
+#include <Inventor/misc/SoChildList.h>
 #include <Inventor/nodes/SoAnnotation.h>
 #include <Inventor/nodes/SoBaseColor.h>
 #include <Inventor/nodes/SoCallback.h>
@@ -117,26 +119,58 @@ TEST_F(PiTextTest, SidesPutTheTextBesideItsAnchorWhateverThePath) {
                  {PiText::SIDE_BELOW, SbVec2f(0, -1)}};
     PiText text;
     const float tolerance = 0.03f;
-    for (PiText::Path path : paths) {
-        text.setPath(path);
-        for (const auto& side : sides) {
-            text.setSide(side.side);
-            const SbBox2f box = text.getBox("150");
+    for (bool mirrored : {false, true})
+        for (PiText::Path path : paths) {
+            text.setMirrored(mirrored);
+            text.setPath(path);
+            const std::string what =
+                "path " + std::to_string(path) + (mirrored ? " mirrored" : "") + " side ";
+            for (const auto& side : sides) {
+                text.setSide(side.side);
+                const SbBox2f box = text.getBox("150");
+                SbVec2f center;
+                box.getCenter().getValue(center[0], center[1]);
+                const int along = side.direction[0] != 0 ? 0 : 1;
+                const float nearEdge =
+                    side.direction[along] > 0 ? box.getMin()[along] : box.getMax()[along];
+                EXPECT_NEAR(nearEdge, 0.0f, tolerance) << what << side.side;
+                EXPECT_GT(center[along] * side.direction[along], 0.2f) << what << side.side;
+                EXPECT_NEAR(center[1 - along], 0.0f, tolerance) << what << side.side;
+            }
+            text.setSide(PiText::SIDE_CENTER);
             SbVec2f center;
-            box.getCenter().getValue(center[0], center[1]);
-            const int along = side.direction[0] != 0 ? 0 : 1;
-            const float nearEdge =
-                side.direction[along] > 0 ? box.getMin()[along] : box.getMax()[along];
-            EXPECT_NEAR(nearEdge, 0.0f, tolerance) << "path " << path << " side " << side.side;
-            EXPECT_GT(center[along] * side.direction[along], 0.2f);
-            EXPECT_NEAR(center[1 - along], 0.0f, tolerance)
-                << "path " << path << " side " << side.side;
+            text.getBox("150").getCenter().getValue(center[0], center[1]);
+            EXPECT_NEAR(center.length(), 0.0f, tolerance) << what;
+            // Two sides: the corner of the box at the anchor.
+            text.setSide(PiText::SIDE_LEFT, PiText::SIDE_ABOVE);
+            const SbBox2f corner = text.getBox("150");
+            EXPECT_NEAR(corner.getMax()[0], 0.0f, tolerance) << what << "left and above";
+            EXPECT_NEAR(corner.getMin()[1], 0.0f, tolerance) << what << "left and above";
         }
-        text.setSide(PiText::SIDE_CENTER);
-        SbVec2f center;
-        text.getBox("150").getCenter().getValue(center[0], center[1]);
-        EXPECT_NEAR(center.length(), 0.0f, tolerance) << "path " << path;
-    }
+}
+
+SbBox3f boundsOf(SoNode* node) {
+    SoGetBoundingBoxAction action(SbViewportRegion(1, 1));
+    action.apply(node);
+    return action.getBoundingBox();
+}
+
+TEST_F(PiTextTest, ExponentsStandRaisedAfterTheirTextAndJustifyWithIt) {
+    PiText text;
+    text.setSide(PiText::SIDE_RIGHT);
+    SoNode* node = text.buildWithExponent("x10", "3", SbVec3f(1, 2, 0));
+    node->ref();
+    ASSERT_EQ(node->getChildren()->getLength(), 2);
+    const SbBox3f base = boundsOf((*node->getChildren())[0]);
+    const SbBox3f exponent = boundsOf((*node->getChildren())[1]);
+    // Both together start at the anchor and are centred on it vertically.
+    EXPECT_NEAR(base.getMin()[0], 1.0f, 0.03f);
+    EXPECT_NEAR(0.5f * (base.getMin()[1] + exponent.getMax()[1]), 2.0f, 0.03f);
+    EXPECT_NEAR(exponent.getMin()[0], base.getMin()[0] + text.getWidth("x10"), 0.03f);
+    EXPECT_GT(exponent.getMin()[1], base.getMin()[1] + 0.3f);
+    EXPECT_GT(exponent.getMax()[1], base.getMax()[1] + 0.15f);
+    EXPECT_LT(exponent.getMax()[1] - exponent.getMin()[1], base.getMax()[1] - base.getMin()[1]);
+    node->unref();
 }
 
 TEST_F(PiTextTest, PathsTurnTheTextByQuarterTurns) {
@@ -219,7 +253,8 @@ TEST_F(PiTextTest, RefusesBadSettingsAndKeepsItsOwn) {
     text.setPath(static_cast<PiText::Path>(7));
     text.setJustification(static_cast<PiText::HorizontalJustification>(-1), PiText::JUSTIFY_TOP);
     text.setSide(static_cast<PiText::Side>(9));
-    EXPECT_EQ(errors.messages().size(), 7u);
+    text.setSide(PiText::SIDE_ABOVE, static_cast<PiText::Side>(-2));
+    EXPECT_EQ(errors.messages().size(), 8u);
     EXPECT_TRUE(errors.contains("PiText::setFontSize(): font size 0 is not a positive number"));
     EXPECT_FLOAT_EQ(text.getFontSize(), 2.0f);
     EXPECT_EQ(text.getPath(), PiText::PATH_UP);

@@ -30,10 +30,11 @@ class SoNode;
 // it: left, centre or right of each line at the anchor, and the anchor at
 // the top of the capitals of the first line, halfway, or on the baseline of
 // the last line.  setSide() chooses the justification that puts the text on
-// one side of its anchor whatever the path, as axes, bars and legends need.
-// build() may turn the text further by an angle about +Z (labels along a
-// line); readableAngle() keeps such an angle from turning a text upside
-// down.
+// one side of its anchor, or in the corner between two sides, whatever the
+// path, as axes, bars and legends need.  A mirrored text reads from the
+// back of its plane.  build() may turn the text further by an angle about
+// +Z (labels along a line); readableAngle() keeps such an angle from
+// turning a text upside down.
 //
 // Kinds.  With the base kit's text type SO_ANNO_TEXT3 (the default) and
 // VRML2 mode off, texts are flat and drawn over the scene, never hidden by
@@ -74,7 +75,11 @@ public:
     void setLineBreak(char endLineChar, int lineLength);
     void setPath(Path path);
     void setJustification(HorizontalJustification horizontal, VerticalJustification vertical);
-    void setSide(Side side);
+    // The text on that side of its anchor, centred along it; with a second,
+    // perpendicular side, in the corner between both.  Uses the path and
+    // the mirroring in force: set them first.
+    void setSide(Side side, Side secondSide = SIDE_CENTER);
+    void setMirrored(bool mirrored);
 
     SbString getFontName() const;
     float getFontSize() const { return m_size; }
@@ -99,6 +104,10 @@ public:
     // position, turned by angle (radians, counterclockwise about +Z) on top
     // of the path.
     SoNode* build(const SbString& text, const SbVec3f& position, float angle = 0.0f) const;
+    // The same for a one-line text followed by a smaller, raised exponent
+    // (a power of ten such as 10 and 3), justified as one text.
+    SoNode* buildWithExponent(const SbString& text, const SbString& exponent,
+                              const SbVec3f& position, float angle = 0.0f) const;
 
     // Whether texts are drawn over the scene (see Kinds above).
     static bool isAnnotationText();
@@ -111,11 +120,15 @@ public:
     static SbString toLatin1(const SbString& text);
 
 private:
-    float toolkitFontSize() const;
+    float toolkitFontSize(float size) const;
     std::vector<SbBox2f> measureLines(const std::vector<SbString>& lines) const;
-    float justificationOffsetY(int lineCount) const;
+    float justificationOffsetY(float lastBaseline, float capTop) const;
+    void setFacingEdge(int quarterTurnsOfSide);
     float pathAngle() const;
-    bool isExtruded() const;
+    SbVec2f toPlane(const SbVec2f& point) const;
+    SoNode* buildLines(const std::vector<SbString>& lines, float size, const SbVec2f& offset,
+                       HorizontalJustification justification, const SbVec3f& position,
+                       float angle) const;
 
     SbString m_fontName;
     SbString m_attributesFontName;
@@ -127,4 +140,5 @@ private:
     Path m_path = PATH_RIGHT;
     HorizontalJustification m_horizontal = JUSTIFY_LEFT;
     VerticalJustification m_vertical = JUSTIFY_BOTTOM;
+    bool m_mirrored = false;
 };

@@ -10,6 +10,10 @@
 #include <Quillon/graph/PoClassRegistration.h>
 #include <Quillon/graph/PoDebugError.h>
 #include <Quillon/graph/PoPlotwright.h>
+#include <Quillon/graph/PoBaseAxis.h>
+#include <Quillon/graph/PoAxis.h>
+#include <Quillon/graph/PoCartesianAxis.h>
+#include <Quillon/graph/PoLinearAxis.h>
 
 #include <Quillon/nodes/PoBevelEdge.h>
 #include <Quillon/nodes/PoDateFormatMapping.h>

@@ -1,8 +1,18 @@
 #pragma once
 #include <Quillon/graph/PoBase.h>
 
+#include <initializer_list>
+#include <vector>
+
+class PbMiscTextAttr;
+class PiText;
+
 // Base of the chart node kits: axes, curves, histograms, pie charts,
 // legends, labels and plane or spatial shapes.
+//
+// Every chart draws its texts with the text attributes (font, line
+// breaking, profiles) of a PoMiscTextAttr node above it, unless the
+// application gives the kit attributes of its own with setMiscTextAttr.
 class PoPlotwright : public PoBase {
     PO_KIT_ABSTRACT_HEADER(PoPlotwright);
 
@@ -11,7 +21,70 @@ public:
     static void initClasses(void);
     static void exitClasses(void);
 
+    // Text attributes used in place of the traversal state's; null goes
+    // back to the state's.  The kit connects to them but does not own them.
+    void setMiscTextAttr(PbMiscTextAttr* attributes);
+    PbMiscTextAttr* getMiscTextAttr(void) const { return m_miscTextAttr; }
+
+    void basicObjectChange(PbBase* object) override;
+
 protected:
     PoPlotwright();
     ~PoPlotwright() override;
+
+    // While rebuilding: the kit's own text attributes, else those of the
+    // traversal state (which the rebuild then depends on); the defaults
+    // outside a traversal.
+    const PbMiscTextAttr* getTextAttributes(void);
+    // Sets the text builder up with those attributes, the font (empty for
+    // the attributes' font) and the size.
+    void setUpText(PiText& text, const SbString& fontName, float size);
+
+    // Moves the kit's connection from the object that member holds to
+    // object, stores it and asks for a rebuild.
+    template <class Object> void connectObject(Object*& member, Object* object) {
+        changeConnection(member, object);
+        member = object;
+        touchKit();
+    }
+    // For basicObjectChange: when object is the one member holds, reacts to
+    // its change (a destroyed object is forgotten) and returns true.
+    template <class Object> bool manageConnectedObject(PbBase* object, Object*& member) {
+        if (!object || object != member)
+            return false;
+        PbBase* held = member;
+        manageBasicObjectChange(object, &held);
+        member = static_cast<Object*>(held);
+        return true;
+    }
+
+    // SHIM-FOUNDATION: stand-ins until the base kit has them.
+    SoFieldList watchFields(std::initializer_list<SoField*> fields) {
+        m_shimSensors.emplace_back();
+        SoFieldList list;
+        for (SoField* f : fields)
+            list.append(f);
+        createFieldSensorList(list.getLength(), &m_shimSensors.back());
+        attachFieldSensorList(&m_shimSensors.back(), list);
+        return list;
+    }
+    template <class Element> auto readElement(void) {
+        SoState* state = isStateValid() ? getState() : nullptr;
+        if (!state)
+            return decltype(Element::get(state))(nullptr);
+        addElementToCache(PoClassRegistration::readableElement<Element>(state));
+        return Element::get(state);
+    }
+    class RebuildScope {
+    public:
+        explicit RebuildScope(PoPlotwright* kit) : m_kit(kit) { m_kit->preRebuild(); }
+        ~RebuildScope() { m_kit->postRebuild(); }
+
+    private:
+        PoPlotwright* m_kit;
+    };
+    std::vector<FieldSensorList> m_shimSensors;
+
+private:
+    PbMiscTextAttr* m_miscTextAttr = nullptr;
 };

@@ -5,10 +5,15 @@
 #include "support/ErrorRecorder.h"
 #include "support/LibraryTest.h"
 
+#include <Inventor/SbBox3f.h>
+#include <Inventor/SbViewportRegion.h>
+#include <Inventor/actions/SoGetBoundingBoxAction.h>
+#include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoMatrixTransform.h>
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -241,6 +246,98 @@ TEST_F(PoAxisTest, TooManySubGraduationsAreLeftOutWithAMessage) {
     axis->computeGradList(0, 1, 0.2f, {"0", "0.2", "0.4"}, {0, 0.2f, 0.4f}, mainTexts);
     EXPECT_TRUE(axis->getSubGradCoords().empty());
     EXPECT_TRUE(errors.contains("sub graduations asked"));
+}
+
+// The points of the first coordinate node of a part.
+std::vector<SbVec3f> pointsOf(PoAxis* axis, const char* part) {
+    std::vector<SbVec3f> points;
+    const std::vector<SoCoordinate3*> found = findAll<SoCoordinate3>(axis->getPart(part, FALSE));
+    if (!found.empty())
+        for (int i = 0; i < found.front()->point.getNum(); ++i)
+            points.push_back(found.front()->point[i]);
+    return points;
+}
+
+// Lowest and highest y of the points.
+std::pair<float, float> heightRange(const std::vector<SbVec3f>& points) {
+    std::pair<float, float> range(1e30f, -1e30f);
+    for (const SbVec3f& p : points) {
+        range.first = std::min(range.first, p[1]);
+        range.second = std::max(range.second, p[1]);
+    }
+    return range;
+}
+
+TEST_F(PoAxisTest, TicksGridLinesAndArrowLieWhereTheirSettingsSay) {
+    auto* domain = new PbDomain(0, 0, 10, 10);
+    OpenAxis* axis = addAxis();
+    axis->setDomain(domain);
+    axis->end = 10;
+    axis->tickMainLength = 0.1f; // one unit
+    axis->gridVisibility = PoAxis::VISIBILITY_ON;
+    axis->gridLengthGradSide = 0.2f;
+    const struct {
+        PoAxis::GradPosition position;
+        PoAxis::TickPosition ticks;
+        float tickLow, tickHigh, gridLow, gridHigh;
+    } cases[] = {
+        {PoAxis::GRAD_BELOW, PoAxis::TICK_GRAD_SIDE, -1, 0, -2, 10},
+        {PoAxis::GRAD_BELOW, PoAxis::TICK_GRAD_OTHER_SIDE, 0, 1, -2, 10},
+        {PoAxis::GRAD_ABOVE, PoAxis::TICK_GRAD_SIDE, 0, 1, -10, 2},
+        {PoAxis::GRAD_ABOVE, PoAxis::TICK_ACROSS_AXIS, -0.5f, 0.5f, -10, 2},
+    };
+    for (const auto& c : cases) {
+        axis->gradPosition = c.position;
+        axis->tickPosition = c.ticks;
+        traverse();
+        const auto ticks = heightRange(pointsOf(axis, "mainGradTick"));
+        EXPECT_FLOAT_EQ(ticks.first, c.tickLow) << c.position << " " << c.ticks;
+        EXPECT_FLOAT_EQ(ticks.second, c.tickHigh) << c.position << " " << c.ticks;
+        const auto grid = heightRange(pointsOf(axis, "mainGradGrid"));
+        EXPECT_FLOAT_EQ(grid.first, c.gridLow) << c.position;
+        EXPECT_FLOAT_EQ(grid.second, c.gridHigh) << c.position;
+    }
+    // The arrow lies beyond the end, also on an axis running backwards.
+    const std::vector<SbVec3f> arrow = pointsOf(axis, "arrow");
+    ASSERT_EQ(arrow.size(), 3u);
+    EXPECT_TRUE(arrow[2].equals(SbVec3f(10.5f, 0, 0), 1e-5f));
+    EXPECT_FLOAT_EQ(arrow[0][1] - arrow[1][1], 0.3f);
+    axis->start = SbVec3f(10, 0, 0);
+    axis->end = 0;
+    traverse();
+    EXPECT_TRUE(pointsOf(axis, "arrow")[2].equals(SbVec3f(-0.5f, 0, 0), 1e-5f));
+    axis->arrowVisibility = PoAxis::VISIBILITY_OFF;
+    traverse();
+    EXPECT_EQ(axis->getPart("arrow", FALSE), nullptr);
+    root->removeAllChildren();
+    delete domain;
+}
+
+// The box of everything below a part, in the axis's own frame.
+SbBox3f partBox(PoAxis* axis, const char* part) {
+    SoGetBoundingBoxAction action(SbViewportRegion(1, 1));
+    action.apply(axis->getPart(part, FALSE));
+    return action.getBoundingBox();
+}
+
+TEST_F(PoAxisTest, TheTitleStandsBeyondTheGraduationTexts) {
+    OpenAxis* axis = addAxis();
+    axis->titleVisibility = PoAxis::VISIBILITY_ON;
+    axis->titleString = "Time (s)";
+    traverse();
+    const SbBox3f texts = partBox(axis, "mainGradText");
+    const SbBox3f title = partBox(axis, "title");
+    EXPECT_LT(title.getMax()[1], texts.getMin()[1]);
+    EXPECT_NEAR(title.getCenter()[0], 0.5f, 0.01f);
+    axis->titlePosition = PoAxis::TITLE_END;
+    axis->gradPosition = PoAxis::GRAD_ABOVE;
+    traverse();
+    EXPECT_GT(partBox(axis, "title").getMin()[1], partBox(axis, "mainGradText").getMax()[1]);
+    EXPECT_NEAR(partBox(axis, "title").getCenter()[0], 1.0f, 0.01f);
+    // No title without a string.
+    axis->titleString = "";
+    traverse();
+    EXPECT_EQ(axis->getPart("title", FALSE), nullptr);
 }
 
 // The transform part maps the axis's own frame, along +X from the start

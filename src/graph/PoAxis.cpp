@@ -63,30 +63,14 @@ PoAxis::PoAxis() {
     SO_KIT_CONSTRUCTOR(PoAxis);
 
     SO_KIT_ADD_CATALOG_ENTRY(transform, SoMatrixTransform, TRUE, alternateRep, "", TRUE);
-    SO_KIT_ADD_CATALOG_ENTRY(bodySep, SoSeparator, TRUE, alternateRep, "", FALSE);
-    SO_KIT_ADD_CATALOG_ENTRY(bodyApp, SoAppearanceKit, TRUE, bodySep, "", TRUE);
-    SO_KIT_ADD_CATALOG_ENTRY(body, SoGroup, TRUE, bodySep, "", TRUE);
-    SO_KIT_ADD_CATALOG_ENTRY(arrowSep, SoSeparator, TRUE, alternateRep, "", FALSE);
-    SO_KIT_ADD_CATALOG_ENTRY(arrowApp, SoAppearanceKit, TRUE, arrowSep, "", TRUE);
-    SO_KIT_ADD_CATALOG_ENTRY(arrow, SoGroup, TRUE, arrowSep, "", TRUE);
-    SO_KIT_ADD_CATALOG_ENTRY(titleSep, SoSeparator, TRUE, alternateRep, "", FALSE);
-    SO_KIT_ADD_CATALOG_ENTRY(titleApp, SoAppearanceKit, TRUE, titleSep, "", TRUE);
-    SO_KIT_ADD_CATALOG_ENTRY(title, SoGroup, TRUE, titleSep, "", TRUE);
-    SO_KIT_ADD_CATALOG_ENTRY(subGradTickSep, SoSeparator, TRUE, alternateRep, "", FALSE);
-    SO_KIT_ADD_CATALOG_ENTRY(subGradTickApp, SoAppearanceKit, TRUE, subGradTickSep, "", TRUE);
-    SO_KIT_ADD_CATALOG_ENTRY(subGradTick, SoGroup, TRUE, subGradTickSep, "", TRUE);
-    SO_KIT_ADD_CATALOG_ENTRY(subGradGridSep, SoSeparator, TRUE, alternateRep, "", FALSE);
-    SO_KIT_ADD_CATALOG_ENTRY(subGradGridApp, SoAppearanceKit, TRUE, subGradGridSep, "", TRUE);
-    SO_KIT_ADD_CATALOG_ENTRY(subGradGrid, SoGroup, TRUE, subGradGridSep, "", TRUE);
-    SO_KIT_ADD_CATALOG_ENTRY(mainGradTickSep, SoSeparator, TRUE, alternateRep, "", FALSE);
-    SO_KIT_ADD_CATALOG_ENTRY(mainGradTickApp, SoAppearanceKit, TRUE, mainGradTickSep, "", TRUE);
-    SO_KIT_ADD_CATALOG_ENTRY(mainGradTick, SoGroup, TRUE, mainGradTickSep, "", TRUE);
-    SO_KIT_ADD_CATALOG_ENTRY(mainGradGridSep, SoSeparator, TRUE, alternateRep, "", FALSE);
-    SO_KIT_ADD_CATALOG_ENTRY(mainGradGridApp, SoAppearanceKit, TRUE, mainGradGridSep, "", TRUE);
-    SO_KIT_ADD_CATALOG_ENTRY(mainGradGrid, SoGroup, TRUE, mainGradGridSep, "", TRUE);
-    SO_KIT_ADD_CATALOG_ENTRY(mainGradTextSep, SoSeparator, TRUE, alternateRep, "", FALSE);
-    SO_KIT_ADD_CATALOG_ENTRY(mainGradTextApp, SoAppearanceKit, TRUE, mainGradTextSep, "", TRUE);
-    SO_KIT_ADD_CATALOG_ENTRY(mainGradText, SoGroup, TRUE, mainGradTextSep, "", TRUE);
+    PO_KIT_ADD_PART_WITH_APPEARANCE(body, SoGroup, alternateRep);
+    PO_KIT_ADD_PART_WITH_APPEARANCE(arrow, SoGroup, alternateRep);
+    PO_KIT_ADD_PART_WITH_APPEARANCE(title, SoGroup, alternateRep);
+    PO_KIT_ADD_PART_WITH_APPEARANCE(subGradTick, SoGroup, alternateRep);
+    PO_KIT_ADD_PART_WITH_APPEARANCE(subGradGrid, SoGroup, alternateRep);
+    PO_KIT_ADD_PART_WITH_APPEARANCE(mainGradTick, SoGroup, alternateRep);
+    PO_KIT_ADD_PART_WITH_APPEARANCE(mainGradGrid, SoGroup, alternateRep);
+    PO_KIT_ADD_PART_WITH_APPEARANCE(mainGradText, SoGroup, alternateRep);
 
     SO_KIT_DEFINE_ENUM_VALUE(Visibility, VISIBILITY_OFF);
     SO_KIT_DEFINE_ENUM_VALUE(Visibility, VISIBILITY_ON);

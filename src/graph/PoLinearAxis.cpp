@@ -37,9 +37,7 @@ PoLinearAxis::PoLinearAxis(const SbVec3f& start, float end, PoCartesianAxis::Typ
 void PoLinearAxis::init(const SbVec3f& startPoint, float endCoord, PoCartesianAxis::Type axisType,
                         float startValue, float endValue, float stepValue) {
     SO_KIT_CONSTRUCTOR(PoLinearAxis);
-    SO_KIT_ADD_CATALOG_ENTRY(multFactorSep, SoSeparator, TRUE, alternateRep, "", FALSE);
-    SO_KIT_ADD_CATALOG_ENTRY(multFactorApp, SoAppearanceKit, TRUE, multFactorSep, "", TRUE);
-    SO_KIT_ADD_CATALOG_ENTRY(multFactor, SoGroup, TRUE, multFactorSep, "", TRUE);
+    PO_KIT_ADD_PART_WITH_APPEARANCE(multFactor, SoGroup, alternateRep);
     SO_KIT_DEFINE_ENUM_VALUE(GradFit, GRAD_FIT);
     SO_KIT_DEFINE_ENUM_VALUE(GradFit, GRAD_UNFIT);
     SO_KIT_DEFINE_ENUM_VALUE(MultFactorPosition, MULT_FACTOR_START);

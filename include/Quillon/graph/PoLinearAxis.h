@@ -26,9 +26,7 @@ class PbNumericDisplayFormat;
 class PoLinearAxis : public PoCartesianAxis {
     PO_KIT_HEADER(PoLinearAxis);
 
-    SO_KIT_CATALOG_ENTRY_HEADER(multFactorSep);
-    SO_KIT_CATALOG_ENTRY_HEADER(multFactorApp);
-    SO_KIT_CATALOG_ENTRY_HEADER(multFactor);
+    PO_KIT_PART_WITH_APPEARANCE_HEADER(multFactor);
 
 public:
     enum GradFit { GRAD_FIT = 0, GRAD_UNFIT = 1 };

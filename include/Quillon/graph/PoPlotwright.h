@@ -7,6 +7,20 @@
 class PbMiscTextAttr;
 class PiText;
 
+// A part with its own separator and appearance, as charts group what they
+// draw: the private separator <part>Sep under the parent, holding the
+// public appearance kit <part>App and the public part itself.  In the
+// class body:
+#define PO_KIT_PART_WITH_APPEARANCE_HEADER(_part_)                                                 \
+    SO_KIT_CATALOG_ENTRY_HEADER(_part_##Sep);                                                      \
+    SO_KIT_CATALOG_ENTRY_HEADER(_part_##App);                                                      \
+    SO_KIT_CATALOG_ENTRY_HEADER(_part_)
+// and in the constructor:
+#define PO_KIT_ADD_PART_WITH_APPEARANCE(_part_, _type_, _parent_)                                  \
+    SO_KIT_ADD_CATALOG_ENTRY(_part_##Sep, SoSeparator, TRUE, _parent_, "", FALSE);                 \
+    SO_KIT_ADD_CATALOG_ENTRY(_part_##App, SoAppearanceKit, TRUE, _part_##Sep, "", TRUE);           \
+    SO_KIT_ADD_CATALOG_ENTRY(_part_, _type_, TRUE, _part_##Sep, "", TRUE)
+
 // Base of the chart node kits: axes, curves, histograms, pie charts,
 // legends, labels and plane or spatial shapes.
 //

@@ -229,6 +229,15 @@ TEST_F(PoLinearAxisTest, BadInputIsReportedAndDrawnAround) {
     EXPECT_EQ(partTexts(axis, "mainGradText"), (Strings{"0.00", "0.25", "0.50", "0.75", "1.00"}));
 }
 
+// 0.1 + 6 * 0.1 lands a rounding beyond 0.7, so the last graduation's
+// coordinate falls just outside the axis.
+TEST_F(PoLinearAxisTest, AGraduationRoundingOutsideTheLimitsEndsTheList) {
+    PoLinearAxis* axis =
+        addAxis(new PoLinearAxis(SbVec3f(0, 0, 0), 1, PoCartesianAxis::XY, 0.1f, 0.7f, 0.1f));
+    traverse();
+    EXPECT_EQ(partTexts(axis, "mainGradText"), (Strings{"0.1", "0.2", "0.3", "0.4", "0.5", "0.6"}));
+}
+
 // The toolkit's reader refuses a number in an enumerated field; a value
 // set from code that is none of the field's values falls back to the
 // default.

@@ -5,13 +5,13 @@
 #include "support/ErrorRecorder.h"
 #include "support/HeadlessRender.h"
 #include "support/LibraryTest.h"
+#include "support/SceneSearch.h"
 
 #include <Inventor/SbBox3f.h>
 #include <Inventor/SoPrimitiveVertex.h>
 #include <Inventor/actions/SoCallbackAction.h>
 #include <Inventor/actions/SoGLRenderAction.h>
 #include <Inventor/actions/SoGetBoundingBoxAction.h>
-#include <Inventor/actions/SoSearchAction.h>
 #include <Inventor/elements/SoTextOutlineEnabledElement.h>
 #include <Inventor/misc/SoChildList.h>
 #include <Inventor/nodes/SoAnnotation.h>
@@ -173,28 +173,6 @@ TEST_F(PiTextTest, ExponentsStandRaisedAfterTheirTextAndJustifyWithIt) {
     node->unref();
 }
 
-TEST_F(PiTextTest, PathsTurnTheTextByQuarterTurns) {
-    PiText text;
-    const float width = text.getWidth("1234");
-    const struct {
-        PiText::Path path;
-        float x0, x1, y0, y1;
-    } cases[] = {
-        {PiText::PATH_RIGHT, 0, width, 0, PiText::CAP_HEIGHT},
-        {PiText::PATH_UP, -PiText::CAP_HEIGHT, 0, 0, width},
-        {PiText::PATH_LEFT, -width, 0, -PiText::CAP_HEIGHT, 0},
-        {PiText::PATH_DOWN, 0, PiText::CAP_HEIGHT, -width, 0},
-    };
-    for (const auto& c : cases) {
-        text.setPath(c.path);
-        const SbBox2f box = text.getBox("1234");
-        EXPECT_NEAR(box.getMin()[0], c.x0, 0.03f) << c.path;
-        EXPECT_NEAR(box.getMax()[0], c.x1, 0.03f) << c.path;
-        EXPECT_NEAR(box.getMin()[1], c.y0, 0.03f) << c.path;
-        EXPECT_NEAR(box.getMax()[1], c.y1, 0.03f) << c.path;
-    }
-}
-
 TEST_F(PiTextTest, CornersFollowTheAngleAndTheMargin) {
     PiText text;
     text.setSide(PiText::SIDE_CENTER);
@@ -261,43 +239,6 @@ TEST_F(PiTextTest, RefusesBadSettingsAndKeepsItsOwn) {
     EXPECT_EQ(text.getVerticalJustification(), PiText::JUSTIFY_BOTTOM);
 }
 
-template <class Node> Node* findFirst(SoNode* root) {
-    SoSearchAction search;
-    search.setType(Node::getClassTypeId());
-    search.apply(root);
-    return search.getPath() ? static_cast<Node*>(search.getPath()->getTail()) : nullptr;
-}
-
-TEST_F(PiTextTest, TextTypeAndVrml2ModeChooseAnnotationOr3DText) {
-    PbMiscTextAttr attributes;
-    PiText text;
-    const struct {
-        PoBase::TextType type;
-        int vrml2;
-        bool annotation;
-    } cases[] = {{PoBase::SO_ANNO_TEXT3, 0, true},
-                 {PoBase::SO_TEXT3, 0, false},
-                 {PoBase::SO_ANNO_TEXT3, 1, false}};
-    for (const auto& c : cases) {
-        PoBase::setTextType(c.type);
-        PoBase::setVRML2Mode(c.vrml2);
-        SoNode* node = text.build("7", SbVec3f(0, 0, 0));
-        node->ref();
-        EXPECT_EQ(node->isOfType(SoAnnotation::getClassTypeId()), c.annotation);
-        EXPECT_EQ(findFirst<SoLightModel>(node) != nullptr, !c.annotation);
-        const SoText3* shape = findFirst<SoText3>(node);
-        ASSERT_NE(shape, nullptr);
-        EXPECT_EQ(shape->parts.getValue(), c.annotation ? SoText3::FRONT : SoText3::ALL);
-        node->unref();
-    }
-    attributes.enablePredefinedProfile(0);
-    text.setMiscTextAttr(&attributes);
-    SoNode* flat = text.build("7", SbVec3f(0, 0, 0));
-    flat->ref();
-    EXPECT_EQ(findFirst<SoText3>(flat)->parts.getValue(), SoText3::FRONT);
-    flat->unref();
-}
-
 // Depth of the geometry that the toolkit generates for the text.
 float extrusionDepth(SoNode* node) {
     SbBox3f box;
@@ -306,25 +247,47 @@ float extrusionDepth(SoNode* node) {
         SoText3::getClassTypeId(),
         [](void* data, SoCallbackAction*, const SoPrimitiveVertex* a, const SoPrimitiveVertex* b,
            const SoPrimitiveVertex* c) {
-            auto* bounds = static_cast<SbBox3f*>(data);
             for (const SoPrimitiveVertex* v : {a, b, c})
-                bounds->extendBy(v->getPoint());
+                static_cast<SbBox3f*>(data)->extendBy(v->getPoint());
         },
         &box);
     action.apply(node);
     return box.getMax()[2] - box.getMin()[2];
 }
 
-TEST_F(PiTextTest, ThePredefinedProfileGivesAShallowExtrusion) {
-    PoBase::setTextType(PoBase::SO_TEXT3);
-    PiText text;
-    text.setFontSize(2.0f);
-    SoNode* node = text.build("8", SbVec3f(0, 0, 0));
-    node->ref();
-    const float depth = extrusionDepth(node);
-    EXPECT_GT(depth, 0.05f * 2.0f);
-    EXPECT_LT(depth, 0.25f * 2.0f);
-    node->unref();
+// Annotation texts are flat and drawn over the scene; 3D texts have a
+// light model of their own and, with the predefined profile, a shallow
+// extrusion.
+TEST_F(PiTextTest, TextTypeAndVrml2ModeChooseAnnotationOr3DText) {
+    const struct {
+        PoBase::TextType type;
+        int vrml2, predefinedProfile;
+        bool annotation, extruded;
+    } cases[] = {{PoBase::SO_ANNO_TEXT3, 0, 1, true, false},
+                 {PoBase::SO_TEXT3, 0, 1, false, true},
+                 {PoBase::SO_ANNO_TEXT3, 1, 1, false, true},
+                 {PoBase::SO_TEXT3, 0, 0, false, false}};
+    PbMiscTextAttr attributes;
+    for (const auto& c : cases) {
+        PoBase::setTextType(c.type);
+        PoBase::setVRML2Mode(c.vrml2);
+        attributes.enablePredefinedProfile(c.predefinedProfile);
+        PiText text;
+        text.setMiscTextAttr(&attributes);
+        text.setFontSize(2.0f);
+        SoNode* node = text.build("8", SbVec3f(0, 0, 0));
+        node->ref();
+        EXPECT_EQ(node->isOfType(SoAnnotation::getClassTypeId()), c.annotation);
+        EXPECT_EQ(findAll<SoLightModel>(node).empty(), c.annotation);
+        const float depth = extrusionDepth(node);
+        if (c.extruded) {
+            EXPECT_GT(depth, 0.05f * 2.0f);
+            EXPECT_LT(depth, 0.25f * 2.0f);
+        } else {
+            EXPECT_FLOAT_EQ(depth, 0.0f);
+        }
+        node->unref();
+    }
 }
 
 // ---------------------------------------------------------------- render

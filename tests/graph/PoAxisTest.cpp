@@ -1,9 +1,10 @@
-#include "graph/AxisTestSupport.h"
+#include <Quillon/graph/PoLinearAxis.h>
 
 #include <Quillon/graph/PbDomain.h>
 
 #include "support/ErrorRecorder.h"
 #include "support/LibraryTest.h"
+#include "support/SceneSearch.h"
 
 #include <Inventor/SbBox3f.h>
 #include <Inventor/SbViewportRegion.h>
@@ -17,6 +18,18 @@
 #include <utility>
 
 namespace {
+
+// A linear axis that opens the base's protected steps to tests.
+class OpenAxis : public PoLinearAxis {
+public:
+    using PoAxis::AxisAttr;
+    using PoAxis::computeGradLimit;
+    using PoAxis::computeGradList;
+    using PoAxis::computeTickLen;
+    using PoAxis::m_attr;
+    using PoAxis::saveAxisAttr;
+    using PoAxis::setDefaultAttr;
+};
 
 // The steps of the axis base, on a linear axis built in a scene.
 class PoAxisTest : public SceneTest {

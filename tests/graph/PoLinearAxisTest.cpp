@@ -1,17 +1,18 @@
-#include "graph/AxisTestSupport.h"
-
 #include <Quillon/graph/PbMiscTextAttr.h>
 #include <Quillon/graph/PbNumericDisplayFormat.h>
+#include <Quillon/graph/PoLinearAxis.h>
 #include <Quillon/nodes/PoNumericDisplayFormat.h>
 
 #include "support/ErrorRecorder.h"
 #include "support/HeadlessRender.h"
 #include "support/LibraryTest.h"
 #include "support/SceneIO.h"
+#include "support/SceneSearch.h"
 
 #include <Inventor/fields/SoSFNode.h>
 #include <Inventor/lists/SoFieldList.h>
 #include <Inventor/nodes/SoBaseColor.h>
+#include <Inventor/nodes/SoFont.h>
 #include <Inventor/nodes/SoOrthographicCamera.h>
 
 #include <string>

@@ -1,25 +1,12 @@
 #pragma once
-#include <Quillon/graph/PoLinearAxis.h>
-
 #include <Inventor/SoPath.h>
 #include <Inventor/actions/SoSearchAction.h>
-#include <Inventor/nodes/SoFont.h>
 #include <Inventor/nodes/SoText3.h>
 
 #include <string>
 #include <vector>
 
-// A linear axis that opens the base's protected steps to tests.
-class OpenAxis : public PoLinearAxis {
-public:
-    using PoAxis::AxisAttr;
-    using PoAxis::computeGradLimit;
-    using PoAxis::computeGradList;
-    using PoAxis::computeTickLen;
-    using PoAxis::m_attr;
-    using PoAxis::saveAxisAttr;
-    using PoAxis::setDefaultAttr;
-};
+// Finding what a kit built: nodes by type below a part, and the texts.
 
 // Every node of the type below a node, in traversal order.
 template <class Node> std::vector<Node*> findAll(SoNode* root) {

@@ -1,4 +1,4 @@
-#include <Quillon/graph/PiText.h>
+#include "graph/PiText.h"
 
 #include <Quillon/graph/PbMiscTextAttr.h>
 #include <Quillon/graph/PoBase.h>

@@ -4,6 +4,8 @@
 #include <Quillon/graph/PbMiscTextAttr.h>
 #include <Quillon/graph/PoDebugError.h>
 
+#include "graph/PiText.h"
+
 #include <Inventor/nodekits/SoAppearanceKit.h>
 #include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoFaceSet.h>

@@ -4,6 +4,8 @@
 #include <Quillon/graph/PoDebugError.h>
 #include <Quillon/nodes/PoNumericDisplayFormatElement.h>
 
+#include "graph/PiText.h"
+
 #include <Inventor/nodekits/SoAppearanceKit.h>
 #include <Inventor/nodes/SoGroup.h>
 #include <Inventor/nodes/SoMatrixTransform.h>

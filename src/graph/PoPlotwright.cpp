@@ -1,27 +1,22 @@
 #include <Quillon/graph/PoPlotwright.h>
 
-#include <Quillon/graph/PbMiscTextAttr.h>
-#include <Quillon/graph/PiText.h>
-#include <Quillon/graph/PoLinearAxis.h>
-#include <Quillon/nodes/PoMiscTextAttrElement.h>
+#include <Quillon/Quillon.h>
+
+#include "graph/PiText.h"
+#include "graph/PoClassManifest.h"
 
 PO_KIT_ABSTRACT_SOURCE(PoPlotwright, PoBase)
 
 namespace {
-// The chart node kits in their order of registration; unregistration runs
-// the list backwards.
-const PoClassRegistration::ClassEntry s_chartClasses[] = {
-    PO_CLASS_ENTRY(PoPlotwright),    PO_CLASS_ENTRY(PoBaseAxis),   PO_CLASS_ENTRY(PoAxis),
-    PO_CLASS_ENTRY(PoCartesianAxis), PO_CLASS_ENTRY(PoLinearAxis),
-};
+const PoClassManifest::Entry s_chartClasses[] = {PO_CHART_KIT_CLASSES(PO_CLASS_ENTRY)};
 } // namespace
 
 void PoPlotwright::initClasses(void) {
-    PoClassRegistration::initAll(s_chartClasses);
+    PoClassManifest::initAll(s_chartClasses);
 }
 
 void PoPlotwright::exitClasses(void) {
-    PoClassRegistration::exitAllReversed(s_chartClasses);
+    PoClassManifest::exitAllReversed(s_chartClasses);
 }
 
 PoPlotwright::PoPlotwright() {
@@ -31,10 +26,6 @@ PoPlotwright::PoPlotwright() {
 
 PoPlotwright::~PoPlotwright() {
     changeConnection(m_miscTextAttr, nullptr);
-    for (FieldSensorList& list : m_shimSensors) {
-        detachFieldSensorList(&list);
-        deleteFieldSensorList(&list);
-    }
 }
 
 void PoPlotwright::setMiscTextAttr(PbMiscTextAttr* attributes) {

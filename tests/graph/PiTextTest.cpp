@@ -1,5 +1,5 @@
+#include "graph/PiText.h"
 #include <Quillon/graph/PbMiscTextAttr.h>
-#include <Quillon/graph/PiText.h>
 #include <Quillon/graph/PoBase.h>
 
 #include "support/ErrorRecorder.h"

@@ -1,5 +1,5 @@
 #pragma once
-#include <Quillon/graph/PiText.h>
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PoBaseAxis.h>
 
 #include <Inventor/fields/SoSFEnum.h>
@@ -9,6 +9,7 @@
 
 #include <vector>
 
+class PiText;
 class SoGroup;
 
 // Base of the axes: what every axis draws and how it lays its graduations
@@ -41,7 +42,7 @@ class SoGroup;
 // into the fields, and the getters report the record.  An enumerated field
 // holding an unknown value (from a scene file) is taken at its default,
 // with a warning; a size that is not a number counts as 0.
-class PoAxis : public PoBaseAxis {
+class QUILLON_API PoAxis : public PoBaseAxis {
     PO_KIT_ABSTRACT_HEADER(PoAxis);
 
     SO_KIT_CATALOG_ENTRY_HEADER(transform);

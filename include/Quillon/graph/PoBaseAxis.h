@@ -1,8 +1,9 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PoPlotwright.h>
 
 // Root of the axis kits.
-class PoBaseAxis : public PoPlotwright {
+class QUILLON_API PoBaseAxis : public PoPlotwright {
     PO_KIT_ABSTRACT_HEADER(PoBaseAxis);
 
 protected:

@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PoAxis.h>
 
 #include <Inventor/SbLinear.h>
@@ -17,7 +18,7 @@
 // its texts below, YX a left axis with horizontal texts on its left, and ZX
 // or ZY a left vertical axis.  Relative sizes are fractions of the domain's
 // extent along the axis direction.
-class PoCartesianAxis : public PoAxis {
+class QUILLON_API PoCartesianAxis : public PoAxis {
     PO_KIT_ABSTRACT_HEADER(PoCartesianAxis);
 
 public:

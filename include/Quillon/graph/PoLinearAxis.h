@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PiNumericFormat.h>
 #include <Quillon/graph/PoCartesianAxis.h>
 
@@ -23,7 +24,7 @@ class PbNumericDisplayFormat;
 // number, draws nothing; a step that is not a number counts as automatic;
 // a step that would make more than 5000 graduations draws only the first
 // 5000.
-class PoLinearAxis : public PoCartesianAxis {
+class QUILLON_API PoLinearAxis : public PoCartesianAxis {
     PO_KIT_HEADER(PoLinearAxis);
 
     PO_KIT_PART_WITH_APPEARANCE_HEADER(multFactor);

@@ -1,8 +1,6 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PoBase.h>
-
-#include <initializer_list>
-#include <vector>
 
 class PbMiscTextAttr;
 class PiText;
@@ -27,7 +25,7 @@ class PiText;
 // Every chart draws its texts with the text attributes (font, line
 // breaking, profiles) of a PoMiscTextAttr node above it, unless the
 // application gives the kit attributes of its own with setMiscTextAttr.
-class PoPlotwright : public PoBase {
+class QUILLON_API PoPlotwright : public PoBase {
     PO_KIT_ABSTRACT_HEADER(PoPlotwright);
 
 public:
@@ -71,33 +69,6 @@ protected:
         member = static_cast<Object*>(held);
         return true;
     }
-
-    // SHIM-FOUNDATION: stand-ins until the base kit has them.
-    SoFieldList watchFields(std::initializer_list<SoField*> fields) {
-        m_shimSensors.emplace_back();
-        SoFieldList list;
-        for (SoField* f : fields)
-            list.append(f);
-        createFieldSensorList(list.getLength(), &m_shimSensors.back());
-        attachFieldSensorList(&m_shimSensors.back(), list);
-        return list;
-    }
-    template <class Element> auto readElement(void) {
-        SoState* state = isStateValid() ? getState() : nullptr;
-        if (!state)
-            return decltype(Element::get(state))(nullptr);
-        addElementToCache(PoClassRegistration::readableElement<Element>(state));
-        return Element::get(state);
-    }
-    class RebuildScope {
-    public:
-        explicit RebuildScope(PoPlotwright* kit) : m_kit(kit) { m_kit->preRebuild(); }
-        ~RebuildScope() { m_kit->postRebuild(); }
-
-    private:
-        PoPlotwright* m_kit;
-    };
-    std::vector<FieldSensorList> m_shimSensors;
 
 private:
     PbMiscTextAttr* m_miscTextAttr = nullptr;

@@ -135,13 +135,17 @@ TEST(PoQuillon, KitKeepsLibraryRegisteredWhileItLives) {
 TEST(PoQuillon, NodesAndFieldsUsedBeforeInitSayToCallIt) {
     SoDB::init();
     ErrorRecorder errors;
+    { PoSFRegularMesh1D field; }
+    EXPECT_TRUE(errors.contains("PoSFRegularMesh1D is used before PoQuillon::init()"));
+    // A node starts the library for its lifetime, so that it works.
     auto* domain = new PoDomain;
     domain->ref();
-    domain->unref();
-    { PoSFRegularMesh1D field; }
     EXPECT_TRUE(errors.contains("a Quillon node is used before PoQuillon::init(); call "
                                 "PoQuillon::init() once"));
-    EXPECT_TRUE(errors.contains("PoSFRegularMesh1D is used before PoQuillon::init()"));
+    EXPECT_EQ(domain->getTypeId(), SoType::fromName("PoDomain"));
+    EXPECT_TRUE(PoQuillon::isInitialized());
+    domain->unref();
+    EXPECT_FALSE(PoQuillon::isInitialized());
 
     PoQuillon::init();
     errors.clear();

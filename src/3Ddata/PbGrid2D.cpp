@@ -158,12 +158,7 @@ const PbCell* PbGrid2D::findInAxisAlignedCells(const SbVec3f& point, float toler
                                                const PbArrayOfInt& testedCells) const {
     if (m_numCells <= 0)
         return nullptr;
-    int lo[3], hi[3];
-    PiGridAxes::of(*this, m_axes).candidateBlock(point, tolerance, lo, hi);
-    for (int i = lo[0]; i <= hi[0]; ++i)
-        for (int j = lo[1]; j <= hi[1]; ++j)
-            if (const PbCell* cell = locateInUntestedCell(i * (m_numY - 1) + j, point, tolerance,
-                                                          pcoord, testedCells))
-                return cell;
-    return nullptr;
+    return PiGridAxes::of(*this, m_axes).firstCandidate(point, tolerance, [&](int i, int j, int) {
+        return locateInUntestedCell(i * (m_numY - 1) + j, point, tolerance, pcoord, testedCells);
+    });
 }

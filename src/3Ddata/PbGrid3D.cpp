@@ -252,15 +252,9 @@ const PbCell* PbGrid3D::findContainingCellOnAxes(const SbVec3f& point, float tol
                                                  const PbArrayOfInt& testedCells) const {
     if (m_numCells <= 0)
         return nullptr;
-    int lo[3], hi[3];
-    PiGridAxes::of(*this, m_axes).candidateBlock(point, tolerance, lo, hi);
-    for (int i = lo[0]; i <= hi[0]; ++i)
-        for (int j = lo[1]; j <= hi[1]; ++j)
-            for (int k = lo[2]; k <= hi[2]; ++k)
-                if (const PbCell* cell = locateInUntestedCell(cellIndexOf(i, j, k), point,
-                                                              tolerance, pcoord, testedCells))
-                    return cell;
-    return nullptr;
+    return PiGridAxes::of(*this, m_axes).firstCandidate(point, tolerance, [&](int i, int j, int k) {
+        return locateInUntestedCell(cellIndexOf(i, j, k), point, tolerance, pcoord, testedCells);
+    });
 }
 
 int PbGrid3D::isAxisAlignedPlane(const SbPlane& plane) {

@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+class PbCell;
 class PbGrid2D;
 class PbGrid3D;
 
@@ -15,7 +16,7 @@ class PbGrid3D;
 class PiGridAxes {
 public:
     explicit PiGridAxes(const PbGrid3D& grid);
-    // The x and y axes; z has no cells.
+    // The x and y axes; the cells of a surface grid have k = 0.
     explicit PiGridAxes(const PbGrid2D& grid);
 
     // The axes of a grid, kept in cache and built anew when the grid's
@@ -27,18 +28,28 @@ public:
         return *cache;
     }
 
-    // candidateCells along every axis for the point.
-    void candidateBlock(const SbVec3f& point, float tolerance, int lo[3], int hi[3]) const {
+    // Gives test(i, j, k) the candidate cells for the point (see
+    // candidateCells) in ascending order of i, then j, then k, and returns
+    // the first cell that test returns, or null.
+    template <class Test>
+    const PbCell* firstCandidate(const SbVec3f& point, float tolerance, Test test) const {
+        int lo[3], hi[3];
         for (int axis = 0; axis < 3; ++axis)
             candidateCells(axis, point[axis], tolerance, lo[axis], hi[axis]);
+        for (int i = lo[0]; i <= hi[0]; ++i)
+            for (int j = lo[1]; j <= hi[1]; ++j)
+                for (int k = lo[2]; k <= hi[2]; ++k)
+                    if (const PbCell* cell = test(i, j, k))
+                        return cell;
+        return nullptr;
     }
 
+private:
     // The cells lo to hi along an axis (empty when lo > hi) include every
     // cell whose span, enlarged by tolerance times its width, holds x.  A
     // small slack keeps cells that accept x only through rounding.
     void candidateCells(int axis, float x, float tolerance, int& lo, int& hi) const;
 
-private:
     struct Axis {
         // Coordinates times direction, so that they never decrease.
         std::vector<float> coords;
@@ -50,5 +61,6 @@ private:
     static Axis makeAxis(std::vector<float> coords);
 
     unsigned int m_geometryId;
+    int m_numAxes;
     Axis m_axes[3];
 };

@@ -28,15 +28,11 @@ namespace {
 
 constexpr int maxSide = 16384;
 
-bool isEnd(const char* text, char expectedEnd) {
-    return *text == expectedEnd;
-}
-
 // Reads an integer up to expectedEnd ('\0' for the end of text), inside
 // [low, high], and moves text past the separator.
 bool parseInt(const char*& text, char expectedEnd, int low, int high, int& value) {
     const auto [stop, status] = std::from_chars(text, text + std::strlen(text), value);
-    if (status != std::errc() || !isEnd(stop, expectedEnd) || value < low || value > high)
+    if (status != std::errc() || *stop != expectedEnd || value < low || value > high)
         return false;
     text = expectedEnd ? stop + 1 : stop;
     return true;
@@ -54,7 +50,7 @@ bool parseChannel(const char*& text, char expectedEnd, float& value) {
         format = std::chars_format::hex;
     }
     const auto [stop, status] = std::from_chars(first, first + std::strlen(first), value, format);
-    if (status != std::errc() || !isEnd(stop, expectedEnd) || !(value >= 0.0f && value <= 1.0f))
+    if (status != std::errc() || *stop != expectedEnd || !(value >= 0.0f && value <= 1.0f))
         return false;
     text = expectedEnd ? stop + 1 : stop;
     return true;

@@ -19,17 +19,11 @@ namespace {
 // not fill.
 const int kReservedValues = 1 << 16;
 
+// Digits, signs, points, exponents and the letters of nan and infinity.
 bool isNumberCharacter(char c) {
-    return std::isalnum(static_cast<unsigned char>(c)) || c == '.' || c == '+' || c == '-';
-}
-
-// The text without a leading '+', which from_chars does not take; null
-// when nothing is left or a sign follows it.
-const char* withoutPlusSign(const std::string& text) {
-    const char* first = text.c_str();
-    if (*first == '+')
-        ++first;
-    return *first == '\0' || (first != text.c_str() && *first == '-') ? nullptr : first;
+    const char lower = static_cast<char>(c | 0x20);
+    return (c >= '0' && c <= '9') || (lower >= 'a' && lower <= 'z') || c == '.' || c == '+' ||
+           c == '-';
 }
 
 // A number beyond the float range: too large gives an infinity, too small
@@ -49,11 +43,7 @@ float beyondFloatRange(const char* first, const char* last) {
     return negative ? -magnitude : magnitude;
 }
 
-bool parseFloat(const std::string& text, float& value) {
-    const char* first = withoutPlusSign(text);
-    if (!first)
-        return false;
-    const char* last = text.c_str() + text.size();
+bool parseFloat(const char* first, const char* last, float& value) {
     const auto [stop, status] = std::from_chars(first, last, value);
     if (stop != last)
         return false;
@@ -85,35 +75,36 @@ void PiMeshReader::skipSpace() {
     }
 }
 
-std::string PiMeshReader::readNumberText() {
+bool PiMeshReader::readNumberText(const char*& first, const char*& last) {
     // The toolkit's reading of a word passes over blanks and comments as
     // fast as its own number reading; what follows the number in the word
     // (a closing brace, a comma) is given back.
-    SbString word;
-    if (!m_in->read(word))
-        return std::string();
-    const char* text = word.getString();
-    const char* end = std::find_if_not(text, text + word.getLength(), isNumberCharacter);
-    if (*end)
-        m_in->putBack(end);
-    return std::string(text, end);
+    if (!m_in->read(m_word))
+        return false;
+    first = m_word.getString();
+    last = std::find_if_not(first, first + m_word.getLength(), isNumberCharacter);
+    if (*last)
+        m_in->putBack(last);
+    // from_chars takes no leading '+'.
+    if (first != last && *first == '+' && ++first != last && *first == '-')
+        return false;
+    return first != last;
 }
 
 bool PiMeshReader::readInt(int& value) {
     m_outOfRange.clear();
     if (!m_ascii)
         return m_in->read(value);
-    const std::string text = readNumberText();
-    const char* first = withoutPlusSign(text);
-    if (!first)
+    const char* first;
+    const char* last;
+    if (!readNumberText(first, last))
         return false;
-    const char* last = text.c_str() + text.size();
     long long wide = 0;
     const auto [stop, status] = std::from_chars(first, last, wide);
     if (stop != last || (status != std::errc() && status != std::errc::result_out_of_range))
         return false;
     if (status != std::errc() || wide > INT_MAX || wide < INT_MIN) {
-        m_outOfRange = text;
+        m_outOfRange.assign(first, last);
         return false;
     }
     value = static_cast<int>(wide);
@@ -121,8 +112,10 @@ bool PiMeshReader::readInt(int& value) {
 }
 
 bool PiMeshReader::readFloat(float& value) {
+    const char* first;
+    const char* last;
     if (m_ascii)
-        return parseFloat(readNumberText(), value);
+        return readNumberText(first, last) && parseFloat(first, last, value);
     // The bits as they are: the toolkit's own float reading would put 0
     // for NaN and the infinities.
     int bits = 0;

@@ -61,8 +61,10 @@ private:
 
     // ASCII only.  Passes over blanks, line breaks and comments.
     void skipSpace();
-    // The characters of one number, past blanks and comments.
-    std::string readNumberText();
+    // The characters of one number, past blanks and comments, from first
+    // to last (they stay valid until the next number is read); false when
+    // there is none.
+    bool readNumberText(const char*& first, const char*& last);
     bool readQuotedString(SbString& value);
     // The text up to the end of the line.
     SbString restOfLine();
@@ -90,6 +92,8 @@ private:
     SoInput* m_in;
     bool m_ascii;
     const char* m_typeName;
+    // The word holding the last number read.
+    SbString m_word;
     // The text of the last integer read when it lay beyond the int range.
     std::string m_outOfRange;
 };

@@ -2,6 +2,8 @@
 
 #include "graph/PoClassManifest.h"
 
+#include <Inventor/SbName.h>
+
 namespace meshfuzz {
 
 #define NAME_OF(_class_) #_class_,

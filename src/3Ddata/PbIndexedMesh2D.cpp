@@ -1,5 +1,7 @@
 #include <Quillon/3Ddata/PbIndexedMesh2D.h>
 
+#include "3Ddata/PiContouring.h"
+
 #include <Quillon/graph/PoDebugError.h>
 
 #include <climits>
@@ -247,4 +249,9 @@ void PbIndexedMesh2D::print(FILE* fp) const {
             fprintf(fp, " %d", m_cellIndices[k]);
         fprintf(fp, "\n");
     }
+}
+
+void PbIndexedMesh2D::meshContouring(PiContouring* contouring, const float* zValues) const {
+    if (contouring)
+        contouring->setMesh(this, zValues);
 }

@@ -1,5 +1,7 @@
 #include <Quillon/3Ddata/PbPolarGrid2D.h>
 
+#include "3Ddata/PiContouring.h"
+
 #include <cmath>
 
 PbPolarGrid2D::PbPolarGrid2D(int isDataDuplicate)
@@ -32,4 +34,9 @@ void PbPolarGrid2D::print(FILE* fp) const {
     PbGrid2D::print(fp);
     m_r.printAddress(fp, "PbPolarGrid2D:: r");
     m_t.printAddress(fp, "PbPolarGrid2D:: t");
+}
+
+void PbPolarGrid2D::meshContouring(PiContouring* contouring, const float* zValues) const {
+    if (contouring)
+        contouring->setMesh(this, zValues);
 }

@@ -1,5 +1,7 @@
 #include <Quillon/3Ddata/PbRegularCartesianGrid2D.h>
 
+#include "3Ddata/PiContouring.h"
+
 #include "platform/SbLocaleString.h"
 
 #include <algorithm>
@@ -82,4 +84,10 @@ const PbCell* PbRegularCartesianGrid2D::findContainingCellProtected(
     return findInAxisAlignedCells(
         point, tolerance, pcoord, testedCells, [this](int i) { return m_xmin + i * m_dx; },
         [this](int j) { return m_ymin + j * m_dy; });
+}
+
+void PbRegularCartesianGrid2D::meshContouring(PiContouring* contouring,
+                                              const float* zValues) const {
+    if (contouring)
+        contouring->setMesh(this, zValues);
 }

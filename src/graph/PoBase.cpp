@@ -15,6 +15,7 @@
 #include <Quillon/nodes/PoNode.h>
 #include <Quillon/nodes/PoSFMesh.h>
 
+#include "3Ddata/PiContouring.h"
 #include "graph/PoElementList.h"
 #include "graph/PoLibQuillonP.h"
 #include "platform/FsInitModuleCmd.h"
@@ -112,6 +113,7 @@ void PoBase::finish(void) {
         return;
     if (--s_initCount == 0) {
         finishMarchingCaseTables();
+        PiContouring::freeHashTableIsoEdge();
         PoSFMesh::exitClasses();
         PoNode::exitClasses();
         PoElementList::exitClasses();

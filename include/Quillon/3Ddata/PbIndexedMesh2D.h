@@ -52,6 +52,7 @@ public:
     // The owner cells in ascending order.
     void getNodeOwnerCellsInd(int nodeIndex, PbArrayOfInt& cellIndices) const override;
     void print(FILE* fp) const override;
+    void meshContouring(PiContouring* contouring, const float* zValues) const override;
 
 protected:
     // Whether cells of this many nodes belong in this kind of mesh.

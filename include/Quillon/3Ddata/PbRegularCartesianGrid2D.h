@@ -21,6 +21,7 @@ public:
     using PbGrid2D::getNodeCoord;
     SbVec3f getNodeCoord(int i, int j) const override;
     void print(FILE* fp) const override;
+    void meshContouring(PiContouring* contouring, const float* zValues) const override;
 
 protected:
     void setXYGeometry(int numX, int numY, const float* x, const float* y) override;

@@ -49,11 +49,12 @@ int lowerBound(const float* isovalues, int numIsovalues, float value) {
     return static_cast<int>(base - isovalues) + (*base < value);
 }
 
+// Infinities and NaN leave NaN when subtracted from themselves.
 bool allFinite(const float* values, int count) {
-    bool finite = true;
+    int numNotFinite = 0;
     for (int n = 0; n < count; ++n)
-        finite &= values[n] - values[n] == 0.0f;
-    return finite;
+        numNotFinite += values[n] - values[n] != 0.0f;
+    return numNotFinite == 0;
 }
 
 const auto s_noEdge = [](int, int, int, const PiContourCell::Side&, bool) {};
@@ -97,18 +98,6 @@ bool PiGridContouring::computeBands() {
             return allFinite(values, count) && finite;
         },
         [](bool a, bool b) { return a && b; });
-}
-
-int PiGridContouring::edgeCount(int a, int b) const {
-    return std::abs(m_bands[a] - m_bands[b]);
-}
-
-PiContourCell::Side PiGridContouring::sideOf(int a, int b, int firstCrossing) const {
-    PiContourCell::Side side;
-    side.count = edgeCount(a, b);
-    side.firstIso = std::min(m_bands[a], m_bands[b]);
-    side.firstCrossing = side.count ? firstCrossing : 0;
-    return side;
 }
 
 int PiGridContouring::countCrossings() {
@@ -207,10 +196,23 @@ void PiGridContouring::getNodePoints(SbVec3f* points) const {
                       });
 }
 
+void PiGridContouring::describeCell(int i, int j, const int firstCrossings[4],
+                                    PiContourCell& cell) const {
+    const int n0 = i * m_numY + j;
+    const int nodes[4] = {n0, n0 + m_numY, n0 + m_numY + 1, n0 + 1};
+    cell.numSides = 4;
+    for (int s = 0; s < 4; ++s) {
+        cell.nodes[s] = nodes[s];
+        cell.bands[s] = m_bands[nodes[s]];
+        cell.sides[s] = sideOf(nodes[s], nodes[(s + 1) % 4], firstCrossings[s]);
+    }
+}
+
 void PiGridContouring::emitCrossings(SbVec3f* points, PiCrossing* records,
-                                     std::vector<int>* starts) const {
+                                     std::vector<int>* starts) {
     const int numStrips = static_cast<int>(m_stripFirst.size()) - 1;
     std::vector<std::vector<int>> stripStarts(starts ? numStrips : 0);
+    m_cutCells.assign(numStrips, {});
     auto nodePoint = [this](int node) {
         SbVec3f p = m_grid.getNodeCoord(node);
         p[2] = m_z ? m_z[node] : 0.0f;
@@ -230,14 +232,21 @@ void PiGridContouring::emitCrossings(SbVec3f* points, PiCrossing* records,
                 stripStarts[strip].push_back(crossing);
         }
     };
-    walkStrips(onEdge, s_noCell);
+    auto onCell = [&](int i, int j, const PiContourCell& cell, OwnSides ownSides) {
+        if (isCut(cell))
+            m_cutCells[i].push_back({j,
+                                     {cell.sides[0].firstCrossing, cell.sides[1].firstCrossing,
+                                      cell.sides[2].firstCrossing, cell.sides[3].firstCrossing},
+                                     ownSides});
+    };
+    walkStrips(onEdge, onCell);
     for (const std::vector<int>& strip : stripStarts)
         starts->insert(starts->end(), strip.begin(), strip.end());
 }
 
 int PiGridContouring::joinCrossings(const SbVec3f* points, PiCrossing* records) const {
     std::atomic<int> failures{0};
-    auto onCell = [&](int, int, const PiContourCell& cell, OwnSides ownSides) {
+    auto joinCell = [&](const PiContourCell& cell, OwnSides ownSides) {
         // The cell's crossings in their order of creation.
         int order[4], numCut = 0;
         for (int s = 0; s < 4; ++s) {
@@ -267,7 +276,16 @@ int PiGridContouring::joinCrossings(const SbVec3f* points, PiCrossing* records) 
             }
         }
     };
-    walkStrips(s_noEdge, onCell);
+    tbb::parallel_for(tbb::blocked_range<int>(0, static_cast<int>(m_cutCells.size())),
+                      [&](const tbb::blocked_range<int>& range) {
+                          PiContourCell cell;
+                          for (int i = range.begin(); i != range.end(); ++i) {
+                              for (const CutCell& cut : m_cutCells[i]) {
+                                  describeCell(i, cut.j, cut.firstCrossings, cell);
+                                  joinCell(cell, cut.ownSides);
+                              }
+                          }
+                      });
     return failures;
 }
 

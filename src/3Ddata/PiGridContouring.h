@@ -36,9 +36,10 @@ public:
     // The point of crossing c into points[c]; records[c] (when given) gets
     // the crossing's isovalue index and c as its point; the boundary
     // crossings are appended to starts (when given) in their order.
-    void emitCrossings(SbVec3f* points, PiCrossing* records, std::vector<int>* starts) const;
-    // Links the crossings of every cell as the joining rule does; returns
-    // the number of crossings for which no continuation was found.
+    // Remembers the cells that are cut, for joinCrossings.
+    void emitCrossings(SbVec3f* points, PiCrossing* records, std::vector<int>* starts);
+    // Links the crossings of every cut cell as the joining rule does;
+    // returns the number of crossings for which no continuation was found.
     int joinCrossings(const SbVec3f* points, PiCrossing* records) const;
     // Cuts every cell into band faces (see PiBandCutter) and writes them,
     // cell after cell, into coordIndex with the band of each face in
@@ -50,14 +51,31 @@ public:
 private:
     // Side numbers of the cell that were created by it (bit s for side s).
     using OwnSides = unsigned;
+    struct CutCell {
+        int j;
+        int firstCrossings[4];
+        OwnSides ownSides;
+    };
 
     template <typename OnEdge, typename OnCell>
     void walkStrip(int i, const int* columnIn, int* columnOut, OnEdge&& onEdge,
                    OnCell&& onCell) const;
     template <typename OnEdge, typename OnCell>
     void walkStrips(OnEdge&& onEdge, OnCell&& onCell) const;
-    PiContourCell::Side sideOf(int a, int b, int firstCrossing) const;
-    int edgeCount(int a, int b) const;
+    // Cell (i, j) with the given first crossings on its sides.
+    void describeCell(int i, int j, const int firstCrossings[4], PiContourCell& cell) const;
+    // The crossings of the edge from node a to node b, numbered from
+    // firstCrossing.
+    PiContourCell::Side sideOf(int a, int b, int firstCrossing) const {
+        PiContourCell::Side side;
+        side.count = edgeCount(a, b);
+        side.firstIso = m_bands[a] < m_bands[b] ? m_bands[a] : m_bands[b];
+        side.firstCrossing = side.count ? firstCrossing : 0;
+        return side;
+    }
+    int edgeCount(int a, int b) const {
+        return m_bands[a] > m_bands[b] ? m_bands[a] - m_bands[b] : m_bands[b] - m_bands[a];
+    }
 
     const PbGrid2D& m_grid;
     int m_numX;
@@ -69,4 +87,6 @@ private:
     std::vector<int> m_bands;
     // The first crossing of each strip of cells.
     std::vector<int> m_stripFirst;
+    // The cut cells of each strip.
+    std::vector<std::vector<CutCell>> m_cutCells;
 };

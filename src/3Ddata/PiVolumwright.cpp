@@ -25,41 +25,58 @@ struct ValueArrays {
 
 const float s_noDistance = 1e30f;
 
-// The isovalues (by their index) that some value equals exactly.  One pass
-// over the values, spread over threads: the arrays may be large and most
-// isovalues are hit by none.
-std::vector<char> isovaluesHit(const ValueArrays& arrays, const std::vector<float>& isovalues) {
-    std::vector<int> order(isovalues.size());
+// Up to this many isovalues, each value is compared with every isovalue
+// (vectorised over the values); beyond, the isovalues are searched.
+const int s_linearSearchLimit = 32;
+
+void markEqual(const float* values, int count, const std::vector<float>& isovalues,
+               std::vector<char>& hit) {
+    const int numIsovalues = static_cast<int>(isovalues.size());
+    if (numIsovalues <= s_linearSearchLimit) {
+        for (int k = 0; k < numIsovalues; ++k) {
+            const float iso = isovalues[k];
+            int numEqual = 0;
+            for (int i = 0; i < count; ++i)
+                numEqual += values[i] == iso;
+            hit[k] |= numEqual > 0;
+        }
+        return;
+    }
+    std::vector<int> order(numIsovalues);
     std::iota(order.begin(), order.end(), 0);
     std::sort(order.begin(), order.end(),
               [&](int a, int b) { return isovalues[a] < isovalues[b]; });
     std::vector<float> sorted;
     for (int index : order)
         sorted.push_back(isovalues[index]);
+    for (int i = 0; i < count; ++i)
+        for (auto at = std::lower_bound(sorted.begin(), sorted.end(), values[i]);
+             at != sorted.end() && *at == values[i]; ++at)
+            hit[order[at - sorted.begin()]] = 1;
+}
 
+// The isovalues (by their index) that some value equals exactly.  One pass
+// over the values, spread over threads: the arrays may be large and most
+// isovalues are hit by none.
+std::vector<char> isovaluesHit(const ValueArrays& arrays, const std::vector<float>& isovalues) {
     std::vector<char> hit(isovalues.size(), 0);
+    auto merge = [](std::vector<char> a, const std::vector<char>& b) {
+        for (size_t k = 0; k < a.size(); ++k)
+            a[k] |= b[k];
+        return a;
+    };
     for (int a = 0; a < 3; ++a) {
         if (!arrays.values[a] || arrays.counts[a] <= 0)
             continue;
         const float* values = arrays.values[a];
-        auto scan = [&](const tbb::blocked_range<int>& range, std::vector<char> found) {
-            for (int i = range.begin(); i != range.end(); ++i) {
-                auto at = std::lower_bound(sorted.begin(), sorted.end(), values[i]);
-                for (; at != sorted.end() && *at == values[i]; ++at)
-                    found[at - sorted.begin()] = 1;
-            }
-            return found;
-        };
-        auto merge = [](std::vector<char> a, const std::vector<char>& b) {
-            for (size_t k = 0; k < a.size(); ++k)
-                a[k] |= b[k];
-            return a;
-        };
-        std::vector<char> found =
-            tbb::parallel_reduce(tbb::blocked_range<int>(0, arrays.counts[a], 1 << 16),
-                                 std::vector<char>(sorted.size(), 0), scan, merge);
-        for (size_t k = 0; k < found.size(); ++k)
-            hit[order[k]] |= found[k];
+        hit = merge(hit, tbb::parallel_reduce(
+                             tbb::blocked_range<int>(0, arrays.counts[a], 1 << 14), hit,
+                             [&](const tbb::blocked_range<int>& range, std::vector<char> found) {
+                                 markEqual(values + range.begin(), static_cast<int>(range.size()),
+                                           isovalues, found);
+                                 return found;
+                             },
+                             merge));
     }
     return hit;
 }

@@ -1,4 +1,5 @@
 #include <Quillon/3Ddata/PbCartesianGrid2D.h>
+#include <Quillon/3Ddata/PoMeshFilled.h>
 
 #include "3Ddata/PiContouring.h"
 
@@ -52,4 +53,9 @@ void PbCartesianGrid2D::print(FILE* fp) const {
 void PbCartesianGrid2D::meshContouring(PiContouring* contouring, const float* zValues) const {
     if (contouring)
         contouring->setMesh(this, zValues);
+}
+
+void PbCartesianGrid2D::meshFilled(PoMeshFilled* kit) const {
+    if (kit)
+        kit->cartGridFilled(this);
 }

@@ -1,4 +1,5 @@
 #include <Quillon/3Ddata/PbIndexedMesh2D.h>
+#include <Quillon/3Ddata/PoMeshFilled.h>
 
 #include "3Ddata/PiContouring.h"
 
@@ -254,4 +255,9 @@ void PbIndexedMesh2D::print(FILE* fp) const {
 void PbIndexedMesh2D::meshContouring(PiContouring* contouring, const float* zValues) const {
     if (contouring)
         contouring->setMesh(this, zValues);
+}
+
+void PbIndexedMesh2D::meshFilled(PoMeshFilled* kit) const {
+    if (kit)
+        kit->indexedMeshFilled(this);
 }

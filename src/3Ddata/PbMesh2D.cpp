@@ -396,6 +396,8 @@ SbVec3f PbMesh2D::getCellNormal(const PbCell& cell) {
 
 void PbMesh2D::meshContouring(PiContouring*, const float*) const {}
 
+void PbMesh2D::meshFilled(PoMeshFilled*) const {}
+
 SbVec3f PbMesh2D::getFirstCellNormal() const {
     const SbVec3f up(0.0f, 0.0f, 1.0f);
     const PbCell* cell = getCell(0);

@@ -1,4 +1,5 @@
 #include <Quillon/3Ddata/PbParalCartesianGrid2D.h>
+#include <Quillon/3Ddata/PoMeshFilled.h>
 
 #include "3Ddata/PiContouring.h"
 
@@ -39,4 +40,9 @@ const PbCell* PbParalCartesianGrid2D::findContainingCellProtected(const SbVec3f&
 void PbParalCartesianGrid2D::meshContouring(PiContouring* contouring, const float* zValues) const {
     if (contouring)
         contouring->setMesh(this, zValues);
+}
+
+void PbParalCartesianGrid2D::meshFilled(PoMeshFilled* kit) const {
+    if (kit)
+        kit->paralCartGridFilled(this);
 }

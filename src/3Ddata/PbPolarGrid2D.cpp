@@ -1,4 +1,5 @@
 #include <Quillon/3Ddata/PbPolarGrid2D.h>
+#include <Quillon/3Ddata/PoMeshFilled.h>
 
 #include "3Ddata/PiContouring.h"
 
@@ -39,4 +40,9 @@ void PbPolarGrid2D::print(FILE* fp) const {
 void PbPolarGrid2D::meshContouring(PiContouring* contouring, const float* zValues) const {
     if (contouring)
         contouring->setMesh(this, zValues);
+}
+
+void PbPolarGrid2D::meshFilled(PoMeshFilled* kit) const {
+    if (kit)
+        kit->polarGridFilled(this);
 }

@@ -1,4 +1,5 @@
 #include <Quillon/3Ddata/PbRegularCartesianGrid2D.h>
+#include <Quillon/3Ddata/PoMeshFilled.h>
 
 #include "3Ddata/PiContouring.h"
 
@@ -90,4 +91,9 @@ void PbRegularCartesianGrid2D::meshContouring(PiContouring* contouring,
                                               const float* zValues) const {
     if (contouring)
         contouring->setMesh(this, zValues);
+}
+
+void PbRegularCartesianGrid2D::meshFilled(PoMeshFilled* kit) const {
+    if (kit)
+        kit->regularCartGridFilled(this);
 }

@@ -17,11 +17,7 @@ float PiBandColors::getBandValue(const float* isovalues, int numIsovalues, int b
 
 PiBandColors::Color PiBandColors::getValueColor(const PbDataMapping& mapping, float value) {
     Color result;
-    const SbColor* color = mapping.getRGBColor(value, result.transparency);
-    if (color) {
-        result.color = *color;
-        result.visible = true;
-    }
+    result.visible = mapping.getRGBColor(value, result.color, result.transparency);
     return result;
 }
 

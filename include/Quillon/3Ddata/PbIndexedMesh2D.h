@@ -54,6 +54,7 @@ public:
     void getNodeOwnerCellsInd(int nodeIndex, PbArrayOfInt& cellIndices) const override;
     void print(FILE* fp) const override;
     void meshContouring(PiContouring* contouring, const float* zValues) const override;
+    void meshFilled(PoMeshFilled* kit) const override;
 
 protected:
     // Whether cells of this many nodes belong in this kind of mesh.

@@ -10,6 +10,7 @@
 
 class PbTriangleMesh2D;
 class PiContouring;
+class PoMeshFilled;
 class SoMFVec3f;
 
 // Base of the surface meshes: nodes with x and y coordinates and, when the
@@ -50,6 +51,9 @@ public:
     // Hands the mesh to the library's contouring, as its own kind, with
     // one z per node (or null for z = 0).  Does nothing here.
     virtual void meshContouring(PiContouring* contouring, const float* zValues) const;
+    // Draws the mesh through the filled representation, by the kit's
+    // operation for the mesh's kind.  Does nothing here.
+    virtual void meshFilled(PoMeshFilled* kit) const;
 
     // Sums of the cells' volumes (0 for surface cells) and areas.
     float getVolume() const override;

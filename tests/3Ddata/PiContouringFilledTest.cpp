@@ -9,6 +9,7 @@
 
 #include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoIndexedFaceSet.h>
+#include <Inventor/nodes/SoIndexedTriangleStripSet.h>
 #include <Inventor/nodes/SoMaterial.h>
 #include <Inventor/nodes/SoMaterialBinding.h>
 #include <Inventor/nodes/SoSeparator.h>
@@ -19,25 +20,54 @@ namespace {
 
 using namespace contourtest;
 
+std::vector<int> valuesOf(const SoMFInt32& field) {
+    return std::vector<int>(field.getValues(0), field.getValues(0) + field.getNum());
+}
+
 // What fillSurf built.
 struct Bands {
     std::vector<SbVec3f> points;
+    std::vector<int> stripIndex;
+    std::vector<int> stripBands;
     std::vector<int> coordIndex;
     std::vector<int> faceBands;
     std::vector<SbColor> colors;
     std::vector<float> transparencies;
     int binding = -1;
 
-    // The faces as point lists.
-    std::vector<std::vector<SbVec3f>> faces() const {
-        std::vector<std::vector<SbVec3f>> result(1);
-        for (int index : coordIndex) {
-            if (index < 0)
-                result.emplace_back();
-            else
-                result.back().push_back(points[index]);
+    // Every face as its point indices (the strips' triangles first), with
+    // its band.
+    std::vector<std::pair<std::vector<int>, int>> faces() const {
+        std::vector<std::pair<std::vector<int>, int>> result;
+        std::vector<int> run;
+        int strip = 0;
+        for (int index : stripIndex) {
+            if (index >= 0) {
+                run.push_back(index);
+                continue;
+            }
+            for (size_t k = 2; k < run.size(); ++k)
+                result.push_back({k % 2 ? std::vector<int>{run[k - 1], run[k - 2], run[k]}
+                                        : std::vector<int>{run[k - 2], run[k - 1], run[k]},
+                                  stripBands[strip]});
+            run.clear();
+            ++strip;
         }
-        result.pop_back();
+        int face = 0;
+        for (int index : coordIndex) {
+            if (index >= 0) {
+                run.push_back(index);
+                continue;
+            }
+            result.push_back({run, faceBands[face++]});
+            run.clear();
+        }
+        return result;
+    }
+    std::vector<SbVec3f> polygon(const std::vector<int>& indices) const {
+        std::vector<SbVec3f> result;
+        for (int index : indices)
+            result.push_back(points[index]);
         return result;
     }
 };
@@ -90,13 +120,13 @@ protected:
             if (auto* coords = dynamic_cast<SoCoordinate3*>(child))
                 bands.points.assign(coords->point.getValues(0),
                                     coords->point.getValues(0) + coords->point.getNum());
+            if (auto* strips = dynamic_cast<SoIndexedTriangleStripSet*>(child)) {
+                bands.stripIndex = valuesOf(strips->coordIndex);
+                bands.stripBands = valuesOf(strips->materialIndex);
+            }
             if (auto* faces = dynamic_cast<SoIndexedFaceSet*>(child)) {
-                bands.coordIndex.assign(faces->coordIndex.getValues(0),
-                                        faces->coordIndex.getValues(0) +
-                                            faces->coordIndex.getNum());
-                bands.faceBands.assign(faces->materialIndex.getValues(0),
-                                       faces->materialIndex.getValues(0) +
-                                           faces->materialIndex.getNum());
+                bands.coordIndex = valuesOf(faces->coordIndex);
+                bands.faceBands = valuesOf(faces->materialIndex);
             }
             if (auto* binding = dynamic_cast<SoMaterialBinding*>(child))
                 bands.binding = binding->value.getValue();
@@ -123,29 +153,24 @@ TEST_F(PiContouringFilledTest, BandFacesCoverTheMeshOnEveryMeshKind) {
         for (const std::vector<float>& values :
              {randomValues(numNodes, 5), sampled(*m.mesh, waves)}) {
             const Bands bands = fill(*m.mesh, values, isovalues);
-            const auto faces = bands.faces();
-            ASSERT_EQ(bands.faceBands.size(), faces.size()) << m.name;
             double area = 0;
-            for (const auto& face : faces)
-                area += std::fabs(signedArea(face));
-            EXPECT_NEAR(area, meshArea(*m.mesh), 1e-4) << m.name;
-            // Each face is a proper polygon, and its nodes are of its band.
-            size_t first = 0;
-            for (size_t f = 0; f < faces.size(); ++f) {
-                const size_t size = faces[f].size();
-                ASSERT_GE(size, 3u) << m.name;
-                const int band = bands.faceBands[f];
-                for (size_t k = 0; k < size; ++k) {
-                    const int index = bands.coordIndex[first + k];
-                    EXPECT_NE(index, bands.coordIndex[first + (k + 1) % size]) << m.name;
-                    if (index < numNodes) {
-                        EXPECT_TRUE(band == 0 || values[index] > isovalues[band - 1]) << m.name;
-                        EXPECT_TRUE(band == 5 || values[index] <= isovalues[band]) << m.name;
+            for (const auto& face : bands.faces()) {
+                const std::vector<int>& indices = face.first;
+                const int band = face.second;
+                area += std::fabs(signedArea(bands.polygon(indices)));
+                // Each face is a proper polygon, and its nodes are of its band.
+                ASSERT_GE(indices.size(), 3u) << m.name;
+                for (size_t k = 0; k < indices.size(); ++k) {
+                    EXPECT_NE(indices[k], indices[(k + 1) % indices.size()]) << m.name;
+                    if (indices[k] < numNodes) {
+                        EXPECT_TRUE(band == 0 || values[indices[k]] > isovalues[band - 1])
+                            << m.name;
+                        EXPECT_TRUE(band == 5 || values[indices[k]] <= isovalues[band]) << m.name;
                     }
                 }
-                first += size + 1;
             }
-            EXPECT_EQ(bands.binding, int(SoMaterialBinding::PER_FACE_INDEXED)) << m.name;
+            EXPECT_NEAR(area, meshArea(*m.mesh), 1e-4) << m.name;
+            EXPECT_EQ(bands.binding, int(SoMaterialBinding::PER_PART_INDEXED)) << m.name;
         }
     }
 }
@@ -160,8 +185,8 @@ TEST_F(PiContouringFilledTest, EveryFaceLiesInItsBand) {
     const auto faces = bands.faces();
     for (size_t f = 0; f < faces.size(); ++f) {
         SbVec3f centre(0, 0, 0);
-        for (const SbVec3f& p : faces[f])
-            centre += p / float(faces[f].size());
+        for (const SbVec3f& p : bands.polygon(faces[f].first))
+            centre += p / float(faces[f].first.size());
         SbVec3f pcoord;
         const PbCell* cell = mesh->findContainingCell(centre, 1e-4f, pcoord);
         ASSERT_NE(cell, nullptr);
@@ -170,7 +195,7 @@ TEST_F(PiContouringFilledTest, EveryFaceLiesInItsBand) {
         float value = 0;
         for (int k = 0; k < 3; ++k)
             value += weights[k] * values[cell->getNodeIndex(k)];
-        const int band = bands.faceBands[f];
+        const int band = faces[f].second;
         const float below = band > 0 ? isovalues[band - 1] : -1e30f;
         const float above = band < int(isovalues.size()) ? isovalues[band] : 1e30f;
         EXPECT_GE(value, below - 1e-4f) << "face " << f;
@@ -187,8 +212,11 @@ TEST_F(PiContouringFilledTest, FastGridPathGivesTheGeneralPathsFaces) {
             const Bands fast = fill(*grid, values, {2, 3, 5, 7.5f}, true);
             EXPECT_TRUE(m_contouring->usedFastGridPath());
             EXPECT_EQ(fast.points, general.points);
+            EXPECT_EQ(fast.stripIndex, general.stripIndex);
+            EXPECT_EQ(fast.stripBands, general.stripBands);
             EXPECT_EQ(fast.coordIndex, general.coordIndex);
             EXPECT_EQ(fast.faceBands, general.faceBands);
+            EXPECT_GT(fast.stripBands.size(), 0u);
         }
     }
 }
@@ -209,8 +237,11 @@ TEST_F(PiContouringFilledTest, BandsTakeTheirColourAndBandsWithoutColourAreLeftO
         EXPECT_EQ(bands.colors[b], expected.color) << "band " << b;
     }
     EXPECT_TRUE(bands.transparencies.empty());
-    EXPECT_EQ(std::count(bands.faceBands.begin(), bands.faceBands.end(), 0), 0);
-    EXPECT_GT(std::count(bands.faceBands.begin(), bands.faceBands.end(), 1), 0);
+    std::vector<int> faceBands;
+    for (const auto& face : bands.faces())
+        faceBands.push_back(face.second);
+    EXPECT_EQ(std::count(faceBands.begin(), faceBands.end(), 0), 0);
+    EXPECT_GT(std::count(faceBands.begin(), faceBands.end(), 1), 0);
 }
 
 TEST_F(PiContouringFilledTest, ThresholdWallsLeaveTheDeletedCornerUncovered) {
@@ -224,7 +255,7 @@ TEST_F(PiContouringFilledTest, ThresholdWallsLeaveTheDeletedCornerUncovered) {
     const Bands bands = fill(quad, {1, 2, 3, -5}, {2.5f});
     double area = 0;
     for (const auto& face : bands.faces())
-        area += std::fabs(signedArea(face));
+        area += std::fabs(signedArea(bands.polygon(face.first)));
     EXPECT_NEAR(area, 0.5, 1e-6);
     EXPECT_EQ(std::count(bands.coordIndex.begin(), bands.coordIndex.end(), 3), 0);
     EXPECT_EQ(bands.transparencies.size(), bands.colors.size());
@@ -243,7 +274,7 @@ TEST_F(PiContouringFilledTest, ReversedCellsGiveReversedFaces) {
     const auto faces = bands.faces();
     ASSERT_EQ(faces.size(), 4u);
     for (const auto& face : faces)
-        EXPECT_GT(signedArea(face), 0.0);
+        EXPECT_GT(signedArea(bands.polygon(face.first)), 0.0);
 }
 
 TEST(PiBandColorsTest, BandsTakeTheColourOfTheirMiddleValue) {

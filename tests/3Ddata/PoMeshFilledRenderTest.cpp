@@ -82,6 +82,19 @@ TEST_F(PoMeshFilledRenderTest, LinearMappingGivesAGradientAcrossTheGrid) {
     }
 }
 
+TEST_F(PoMeshFilledRenderTest, LitGridFacingTheLightShowsItsColours) {
+    QUILLON_REQUIRE_RENDERING();
+    root->removeChild(1);
+    // Seen and lit from above: full diffuse light plus some ambient.
+    for (PoMesh::ColoringType coloring : {PoMesh::COLOR_MAPPING, PoMesh::COLOR_CONTOURING}) {
+        PoMeshFilled* kit = addKit(coloring);
+        const RenderImage image = render();
+        root->removeChild(kit);
+        const Rgb pixel = image.pixel(column(0.5f), 50);
+        EXPECT_GT(pixel.r + pixel.g + pixel.b, 300) << coloring << ": " << pixel;
+    }
+}
+
 TEST_F(PoMeshFilledRenderTest, ContouringDrawsTheBandColours) {
     QUILLON_REQUIRE_RENDERING();
     addKit(PoMesh::COLOR_CONTOURING);

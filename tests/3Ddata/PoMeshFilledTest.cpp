@@ -134,26 +134,42 @@ TEST_F(PoMeshFilledTest, ValuesBoundPerCellDrawInTheInheritedMaterial) {
 }
 
 TEST_F(PoMeshFilledTest, OverallNormalOfAFlatMeshSetsTheVertexOrdering) {
+    // Cells counter-clockwise (normal up) or, with x reversed, clockwise.
+    auto square = [](bool up, bool grid) -> std::shared_ptr<PbMesh2D> {
+        const float x0 = up ? 0.0f : 1.0f, x1 = 1.0f - x0;
+        if (grid) {
+            auto regular = std::make_shared<PbRegularCartesianGrid2D>();
+            regular->setGeometry(2, 2, x0, 0.0f, x1, 1.0f);
+            return regular;
+        }
+        auto quad = std::make_shared<PbQuadrangleMesh2D>();
+        const float x[] = {x0, x1, x1, x0}, y[] = {0, 0, 1, 1};
+        const int cell[] = {0, 1, 2, 3};
+        quad->setGeometry(4, x, y, 1, cell);
+        return quad;
+    };
+    const int CW = SoShapeHints::CLOCKWISE, CCW = SoShapeHints::COUNTERCLOCKWISE;
     struct Case {
         const char* name;
-        float xmin, xmax;
-        bool useOverallNormal;
+        bool up, grid, useOverallNormal;
         int ordering;
     } cases[] = {
-        {"normal up", 0, 1, true, SoShapeHints::COUNTERCLOCKWISE},
-        {"normal down", 1, 0, true, SoShapeHints::CLOCKWISE},
-        {"no overall normal", 0, 1, false, SoShapeHints::CLOCKWISE},
+        {"overall normal up", true, false, true, CCW},
+        {"overall normal down", false, false, true, CW},
+        {"no overall normal", true, false, false, CW},
+        // The toolkit lights a quad mesh on its front side only.
+        {"quad mesh up", true, true, false, CCW},
+        {"quad mesh down", false, true, false, CW},
     };
     for (const Case& c : cases) {
-        PbRegularCartesianGrid2D grid;
-        grid.setGeometry(3, 3, c.xmin, 0.0f, c.xmax, 1.0f);
+        std::shared_ptr<PbMesh2D> mesh = square(c.up, c.grid);
         m_kit->useOverallNormal = c.useOverallNormal;
-        draw(grid, PoMesh::COLOR_INHERITED);
+        draw(*mesh, PoMesh::COLOR_INHERITED);
         EXPECT_EQ(child<SoShapeHints>()->vertexOrdering.getValue(), c.ordering) << c.name;
         const SoNormal* normal = child<SoNormal>();
         ASSERT_EQ(normal != nullptr, c.useOverallNormal) << c.name;
         if (normal) {
-            EXPECT_EQ(normal->vector[0], grid.getFirstCellNormal()) << c.name;
+            EXPECT_EQ(normal->vector[0], mesh->getFirstCellNormal()) << c.name;
         }
     }
 }

@@ -6,11 +6,15 @@
 #include "3Ddata/PiBandColors.h"
 #include "support/HeadlessRender.h"
 #include "support/LibraryTest.h"
+#include "support/SceneIO.h"
 
 #include <Inventor/nodes/SoLightModel.h>
 #include <Inventor/nodes/SoOrthographicCamera.h>
 
 #include <cmath>
+#include <fstream>
+#include <iterator>
+#include <string>
 
 namespace {
 
@@ -143,6 +147,29 @@ TEST_F(PoMeshFilledRenderTest, ClippedRegionOfATransparentThresholdShowsTheBackg
                                  ? bandColor(1)
                                  : toRgb(*m_mapping.getRGBColor(value));
         EXPECT_TRUE(pixelNear(image, column(0.3f), 50, expected, 12)) << coloring;
+    }
+}
+
+TEST_F(PoMeshFilledRenderTest, ExampleScenesAreAsWrittenAndDrawASurface) {
+    QUILLON_REQUIRE_RENDERING();
+    const std::string examples =
+        std::string(__FILE__).substr(0, std::string(__FILE__).rfind("/tests/")) + "/examples/";
+    for (const char* name :
+         {"filled-elevation-map.iv", "filled-polar-bands.iv", "filled-scattered-texture-bands.iv",
+          "filled-curvilinear-average.iv"}) {
+        SCOPED_TRACE(name);
+        std::ifstream file(examples + name);
+        ASSERT_TRUE(file.good());
+        const std::string text((std::istreambuf_iterator<char>(file)),
+                               std::istreambuf_iterator<char>());
+        SoNode* scene = SceneIO::read(text);
+        ASSERT_NE(scene, nullptr);
+        scene->ref();
+        EXPECT_EQ(SceneIO::write(scene), text);
+        const RenderImage image = renderHeadless(scene, smallPicture(80, 60, s_background));
+        const int surface = 80 * 60 - countPixelsNear(image, toRgb(s_background), 4);
+        EXPECT_GT(surface, 80 * 60 / 10);
+        scene->unref();
     }
 }
 

@@ -15,6 +15,7 @@
 #include <Inventor/nodes/SoSeparator.h>
 
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -275,6 +276,23 @@ TEST_F(PiContouringFilledTest, ReversedCellsGiveReversedFaces) {
     ASSERT_EQ(faces.size(), 4u);
     for (const auto& face : faces)
         EXPECT_GT(signedArea(bands.polygon(face.first)), 0.0);
+}
+
+TEST(PiBandCutterTest, PolygonsOfTheirOwnAreCutByTheSameRule) {
+    // A triangle in space with values 0, 2, 2 and the isovalue 1: a corner
+    // triangle below it, the rest above.
+    const SbVec3f corners[] = {SbVec3f(0, 0, 0), SbVec3f(2, 0, 2), SbVec3f(0, 2, 2)};
+    const float values[] = {0, 2, 2}, isovalues[] = {1};
+    std::vector<SbVec3f> points(1, SbVec3f(9, 9, 9));
+    std::vector<int32_t> coordIndex, bands;
+    PiBandCutter cutter;
+    ASSERT_EQ(cutter.cutPolygon(corners, values, 3, isovalues, 1, points, coordIndex, bands), 2);
+    EXPECT_EQ(bands, (std::vector<int32_t>{0, 1}));
+    EXPECT_EQ(coordIndex, (std::vector<int32_t>{1, 4, 5, -1, 4, 2, 3, 5, -1}));
+    EXPECT_EQ(points[4], SbVec3f(1, 0, 1));
+    EXPECT_EQ(points[5], SbVec3f(0, 1, 1));
+    const float notFinite[] = {0, std::numeric_limits<float>::quiet_NaN(), 2};
+    EXPECT_EQ(cutter.cutPolygon(corners, notFinite, 3, isovalues, 1, points, coordIndex, bands), 0);
 }
 
 TEST(PiBandColorsTest, BandsTakeTheColourOfTheirMiddleValue) {

@@ -246,14 +246,11 @@ TEST_F(PiContouringFilledTest, BandsTakeTheirColourAndBandsWithoutColourAreLeftO
 }
 
 TEST_F(PiContouringFilledTest, ThresholdWallsLeaveTheDeletedCornerUncovered) {
-    const float x[] = {0, 1, 1, 0}, y[] = {0, 0, 1, 1};
-    const int cell[] = {0, 1, 2, 3};
-    PbQuadrangleMesh2D quad;
-    quad.setGeometry(4, x, y, 1, cell);
+    auto quad = unitQuadrangle();
     m_mapping.enableTransparency(1);
     m_mapping.setMinThreshold(0.0f, SbColor(0, 0, 0), 1.0f);
     m_mapping.enableThresholds(1, 0);
-    const Bands bands = fill(quad, {1, 2, 3, -5}, {2.5f});
+    const Bands bands = fill(*quad, {1, 2, 3, -5}, {2.5f});
     double area = 0;
     for (const auto& face : bands.faces())
         area += std::fabs(signedArea(bands.polygon(face.first)));
@@ -265,13 +262,7 @@ TEST_F(PiContouringFilledTest, ThresholdWallsLeaveTheDeletedCornerUncovered) {
 TEST_F(PiContouringFilledTest, ReversedCellsGiveReversedFaces) {
     // Two squares, the second given clockwise; with element orientation on
     // both come out counter-clockwise.
-    const float x[] = {0, 1, 1, 0, 2, 2}, y[] = {0, 0, 1, 1, 0, 1};
-    const int types[] = {4, 4};
-    const int cells[] = {0, 1, 2, 3, 1, 2, 5, 4};
-    PbIndexedMesh2D mesh;
-    mesh.setGeometry(6, x, y, 2, types, cells);
-    mesh.setElemOrientation(1);
-    const Bands bands = fill(mesh, {0, 5, 5, 0, 10, 10}, {2.5f, 7.5f});
+    const Bands bands = fill(*twoSquaresOneReversed(), {0, 5, 5, 0, 10, 10}, {2.5f, 7.5f});
     const auto faces = bands.faces();
     ASSERT_EQ(faces.size(), 4u);
     for (const auto& face : faces)

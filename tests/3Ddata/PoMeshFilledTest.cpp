@@ -194,16 +194,14 @@ TEST_F(PoMeshFilledTest, ZValuesIndexGivesTheElevation) {
 }
 
 TEST_F(PoMeshFilledTest, AverageTakesAReachedThresholdNotTheMean) {
-    const float x[] = {0, 1, 1, 0}, y[] = {0, 0, 1, 1}, values[] = {0, 0, 0, 100};
-    const int cell[] = {0, 1, 2, 3};
-    PbQuadrangleMesh2D quad;
-    quad.setGeometry(4, x, y, 1, cell);
-    quad.addValuesSet(0, values, "values");
+    auto quad = unitQuadrangle();
+    const float values[] = {0, 0, 0, 100};
+    quad->addValuesSet(0, values, "values");
     m_mapping.setValues(0, SbColor(0, 0, 0), 100, SbColor(1, 1, 1));
     m_mapping.setMaxThreshold(50.0f, SbColor(1, 0, 0), 0.0f);
     for (int enabled : {0, 1}) {
         m_mapping.enableThresholds(0, enabled);
-        draw(quad, PoMesh::COLOR_AVERAGE);
+        draw(*quad, PoMesh::COLOR_AVERAGE);
         EXPECT_EQ(material()->diffuseColor[0],
                   enabled ? SbColor(1, 0, 0) : SbColor(0.25f, 0.25f, 0.25f));
     }
@@ -211,13 +209,8 @@ TEST_F(PoMeshFilledTest, AverageTakesAReachedThresholdNotTheMean) {
 
 TEST_F(PoMeshFilledTest, CellsOrientedAgainstTheMeshAreReversed) {
     // The second square is given clockwise.
-    const float x[] = {0, 1, 1, 0, 2, 2}, y[] = {0, 0, 1, 1, 0, 1};
-    const int types[] = {4, 4};
-    const int cells[] = {0, 1, 2, 3, 1, 2, 5, 4};
-    PbIndexedMesh2D mesh;
-    mesh.setGeometry(6, x, y, 2, types, cells);
-    mesh.setElemOrientation(1);
-    draw(mesh, PoMesh::COLOR_INHERITED);
+    auto mesh = twoSquaresOneReversed();
+    draw(*mesh, PoMesh::COLOR_INHERITED);
     const SoIndexedFaceSet* faces = child<SoIndexedFaceSet>();
     const std::vector<int> expected = {0, 1, 2, 3, -1, 4, 5, 2, 1, -1};
     ASSERT_EQ(faces->coordIndex.getNum(), 10);

@@ -12,7 +12,6 @@
 #include "3Ddata/PiContouringFilled.h"
 #include "3Ddata/PiTextureContouring.h"
 
-#include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoIndexedFaceSet.h>
 #include <Inventor/nodes/SoMaterial.h>
 #include <Inventor/nodes/SoMaterialBinding.h>
@@ -215,6 +214,7 @@ void PoMeshFilled::readNodeValues(const PbMesh2D& mesh) {
     const int zIndex = zValuesIndex.getValue();
     const bool zFromSet =
         zIndex >= 0 && mesh.getValuesSet(zIndex) && isValuesSetComplete(mesh, zIndex);
+    m_zSetIndex = zFromSet ? zIndex : -1;
     m_z = zFromSet ? mesh.getValuesSet(zIndex) : mesh.getZcoord();
 }
 
@@ -236,10 +236,7 @@ void PoMeshFilled::addMaterialBinding(int binding) {
 // ----------------------------------------------------------- colourings
 
 template <typename Mesh> void PoMeshFilled::filledInherited(const Mesh& mesh) {
-    auto* coordinates = new SoCoordinate3;
-    mesh.getNodesCoord(m_z, coordinates->point);
-    setTekCoordinates(coordinates);
-    getGroup()->addChild(coordinates);
+    getGroup()->addChild(makeSoCoordinate3(m_zSetIndex));
     getGroup()->addChild(makeShape(mesh));
 }
 

@@ -164,6 +164,10 @@ TEST_F(PoMeshTest, StateObjectsServeDuringTraversalsOnlyAndObjectsSetOnTheKitWin
     traverse();
     EXPECT_EQ(m_kit->mapping, &m_mapping);
     EXPECT_EQ(m_kit->getDataMapping(), &m_mapping);
+    // A data-mapping node supplies the module data mapping.
+    auto* moduleNode = new PoLinearDataMapping;
+    m_kit->moduleDataMappingNode = moduleNode;
+    EXPECT_EQ(m_kit->getModuleDataMapping(), moduleNode->getDataMapping());
 }
 
 TEST_F(PoMeshTest, InheritedColouringDoesNotDependOnTheStatesDataMapping) {

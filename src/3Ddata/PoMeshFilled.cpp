@@ -12,6 +12,7 @@
 #include "3Ddata/PiContouringFilled.h"
 #include "3Ddata/PiTextureContouring.h"
 
+#include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoIndexedFaceSet.h>
 #include <Inventor/nodes/SoMaterial.h>
 #include <Inventor/nodes/SoMaterialBinding.h>

@@ -132,7 +132,7 @@ void PiContouring::buildElements() {
     int numX = 0, numY = 0;
     if (m_gridMesh)
         m_gridMesh->getDim(numX, numY);
-    const auto* indexed = static_cast<const PbIndexedMesh2D*>(m_mesh);
+    const auto* indexed = m_gridMesh ? nullptr : static_cast<const PbIndexedMesh2D*>(m_mesh);
     for (int c = 0; c < numCells; ++c) {
         Element& element = m_elements[c];
         element = Element{0, {0, 0, 0, 0}, 0, {0, 0, 0, 0}};

@@ -139,6 +139,7 @@ TEST_F(PoMeshTest, ValueSetShorterThanTheNodesIsRefused) {
     m_kit->coloringType = PoMesh::COLOR_MAPPING;
     EXPECT_EQ(m_kit->coloring, PoMesh::COLOR_INHERITED);
     EXPECT_TRUE(m_errors->contains("value set 0 holds 4 values for 9 nodes"));
+    m_kit->setMesh(nullptr);
 }
 
 TEST_F(PoMeshTest, StateObjectsServeDuringTraversalsOnlyAndObjectsSetOnTheKitWin) {
@@ -213,7 +214,9 @@ TEST_F(PoMeshTest, MapColorGivesTransparenciesOnlyWithTransparency) {
         m_mapping.enableTransparency(transparency);
         m_kit->touchKit();
         m_kit->mapColor(3, values, TRUE);
-        const SoMaterial* material = m_kit->getMaterial();
+        // The kit's groups own the materials it makes; here the test does.
+        SoMaterial* material = m_kit->getMaterial();
+        material->ref();
         ASSERT_EQ(material->diffuseColor.getNum(), 3);
         EXPECT_EQ(material->diffuseColor[1], *m_mapping.getRGBColor(0.75f));
         // Below the colourless threshold, and not a number: black.
@@ -226,6 +229,7 @@ TEST_F(PoMeshTest, MapColorGivesTransparenciesOnlyWithTransparency) {
         } else {
             EXPECT_TRUE(material->transparency.isDefault());
         }
+        material->unref();
     }
 }
 

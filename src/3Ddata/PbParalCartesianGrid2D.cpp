@@ -1,4 +1,7 @@
 #include <Quillon/3Ddata/PbParalCartesianGrid2D.h>
+#include <Quillon/3Ddata/PoMeshFilled.h>
+
+#include "3Ddata/PiContouring.h"
 
 PbParalCartesianGrid2D::PbParalCartesianGrid2D(int isDataDuplicate)
     : PbCartesianGrid2D(isDataDuplicate) {}
@@ -30,4 +33,14 @@ const PbCell* PbParalCartesianGrid2D::findContainingCellProtected(const SbVec3f&
     if (hasZCoord())
         return PbGrid2D::findContainingCellProtected(point, tolerance, pcoord, testedCells);
     return findInAxisAlignedCells(point, tolerance, pcoord, testedCells);
+}
+
+void PbParalCartesianGrid2D::meshContouring(PiContouring* contouring, const float* zValues) const {
+    if (contouring)
+        contouring->setMesh(this, zValues);
+}
+
+void PbParalCartesianGrid2D::meshFilled(PoMeshFilled* kit) const {
+    if (kit)
+        kit->paralCartGridFilled(this);
 }

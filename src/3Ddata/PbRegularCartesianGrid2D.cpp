@@ -1,4 +1,7 @@
 #include <Quillon/3Ddata/PbRegularCartesianGrid2D.h>
+#include <Quillon/3Ddata/PoMeshFilled.h>
+
+#include "3Ddata/PiContouring.h"
 
 #include "platform/SbLocaleString.h"
 
@@ -80,4 +83,15 @@ const PbCell* PbRegularCartesianGrid2D::findContainingCellProtected(
     if (hasZCoord())
         return PbGrid2D::findContainingCellProtected(point, tolerance, pcoord, testedCells);
     return findInAxisAlignedCells(point, tolerance, pcoord, testedCells);
+}
+
+void PbRegularCartesianGrid2D::meshContouring(PiContouring* contouring,
+                                              const float* zValues) const {
+    if (contouring)
+        contouring->setMesh(this, zValues);
+}
+
+void PbRegularCartesianGrid2D::meshFilled(PoMeshFilled* kit) const {
+    if (kit)
+        kit->regularCartGridFilled(this);
 }

@@ -1,10 +1,12 @@
 // hello-mesh: the first program of the README.  It builds a regular grid
 // carrying a value per node, puts it in a scene with a data mapping that
-// turns values into colours, and writes the scene to hello-mesh.iv, which
-// quillon-render draws:
+// turns values into colours and the filled representation that draws the
+// grid in them, and writes the scene to hello-mesh.iv, which quillon-render
+// draws:
 //
 //   hello-mesh && quillon-render hello-mesh.iv -o hello-mesh.png
 
+#include <Quillon/3Ddata/PoMeshFilled.h>
 #include <Quillon/PoQuillon.h>
 #include <Quillon/nodes/PoLinearDataMapping.h>
 #include <Quillon/nodes/PoRegularCartesianGrid2D.h>
@@ -36,12 +38,16 @@ int main() {
         mapping->value2 = 1.0f;
         mapping->color2.setValue(1.0f, 0.0f, 0.0f);
 
+        // The grid filled in the colours of its values (set 0).
+        auto* filled = new PoMeshFilled;
+        filled->valuesIndex = 0;
+        filled->coloringType = PoMesh::COLOR_MAPPING;
+
         auto* root = new SoSeparator;
         root->ref();
         root->addChild(grid);
         root->addChild(mapping);
-        // The filled representation that draws the grid in the colours of
-        // its values comes here once it is part of the library.
+        root->addChild(filled);
 
         SoOutput output;
         output.openFile("hello-mesh.iv");

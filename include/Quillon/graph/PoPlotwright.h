@@ -59,16 +59,6 @@ protected:
         member = object;
         touchKit();
     }
-    // For basicObjectChange: when object is the one member holds, reacts to
-    // its change (a destroyed object is forgotten) and returns true.
-    template <class Object> bool manageConnectedObject(PbBase* object, Object*& member) {
-        if (!object || object != member)
-            return false;
-        PbBase* held = member;
-        manageBasicObjectChange(object, &held);
-        member = static_cast<Object*>(held);
-        return true;
-    }
 
 private:
     PbMiscTextAttr* m_miscTextAttr = nullptr;

@@ -5,6 +5,11 @@
 #include "graph/PiText.h"
 #include "graph/PoClassManifest.h"
 
+#include <Inventor/fields/SoSFEnum.h>
+#include <Inventor/fields/SoSFFloat.h>
+
+#include <cmath>
+
 PO_KIT_ABSTRACT_SOURCE(PoPlotwright, PoBase)
 
 namespace {
@@ -47,4 +52,28 @@ void PoPlotwright::setUpText(PiText& text, const SbString& fontName, float size)
     text.setMiscTextAttr(getTextAttributes());
     text.setFontName(fontName);
     text.setFontSize(size);
+}
+
+int PoPlotwright::checkedEnum(const SoSFEnum& field, int count, int fallback) {
+    const int value = field.getValue();
+    if (value >= 0 && value < count)
+        return value;
+    SoFieldContainer* container = field.getContainer();
+    SbName fieldName;
+    container->getFieldName(&field, fieldName);
+    const SbString method = SbString(container->getTypeId().getName().getString()) + "::rebuild";
+    PoDebugError::postWarning(method.getString(),
+                              "%s holds %d, which is none of its values; its default %d is used",
+                              fieldName.getString(), value, fallback);
+    return fallback;
+}
+
+float PoPlotwright::relativeSize(const SoSFFloat& field) {
+    const float value = field.getValue();
+    return std::isfinite(value) ? value : 0.0f;
+}
+
+void PoPlotwright::markPartDefault(const char* part) {
+    if (SoField* field = getField(part))
+        field->setDefault(TRUE);
 }

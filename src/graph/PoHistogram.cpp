@@ -381,7 +381,7 @@ void PoHistogram::buildValueTexts(const std::vector<Bar>& bars) {
     std::vector<SbString> texts;
     for (float value : values) {
         // The text is put together in Latin-1, as the added string is.
-        SbString text = m_numericFormat.getString(value);
+        SbString text = valueString(m_numericFormat, value);
         if (addString)
             text += PiText::toLatin1(valueAddString.getValue());
         texts.push_back(PiText::fromLatin1(text.getString()));

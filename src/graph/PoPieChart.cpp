@@ -500,7 +500,7 @@ void PoPieChart::computeStringsToDisplay(void) {
     valueFormat.setFormat(format, static_cast<int>(values.size()), values.data(), 1);
     percentFormat.setFormatFloatingPoint(1, 0);
     for (DisplayedSlice& slice : m_slices) {
-        slice.valueText = valueFormat.getString(slice.value);
+        slice.valueText = valueString(valueFormat, slice.value);
         slice.percentText = percentFormat.getString(slice.percent) + "%";
     }
 }

@@ -70,6 +70,7 @@ void PoPieChart2D::rebuild(void) {
     computeStringsToDisplay();
 
     const std::vector<float> pulls = computeTranslations();
+    const float step = getAngleStep();
     std::vector<SliceGeometry> geometry;
     float angle = 0.0f;
     for (size_t i = 0; i < slices.size(); ++i) {
@@ -77,7 +78,7 @@ void PoPieChart2D::rebuild(void) {
         const float mid = 0.5f * (angle + end);
         const SbVec2f out(std::cos(mid), std::sin(mid));
         geometry.push_back(SliceGeometry{middle + out * pulls[i], angle, end});
-        buildSlice(slices[i], geometry.back(), static_cast<int>(i));
+        buildSlice(slices[i], geometry.back(), step, static_cast<int>(i));
         angle = end;
     }
     drawInternalAnnotations(geometry);
@@ -87,8 +88,7 @@ void PoPieChart2D::rebuild(void) {
 
 // The slice as the fan of its centre and its arc, and its outline.
 void PoPieChart2D::buildSlice(const DisplayedSlice& slice, const SliceGeometry& geometry,
-                              int index) {
-    const float step = getAngleStep();
+                              float step, int index) {
     const float span = geometry.endAngle - geometry.startAngle;
     const int steps = std::max(1, static_cast<int>(std::ceil(span / step - 1e-4f)));
     std::vector<SbVec3f> points{SbVec3f(geometry.center[0], geometry.center[1], 0.0f)};

@@ -73,6 +73,16 @@ float PoPlotwright::relativeSize(const SoSFFloat& field) {
     return std::isfinite(value) ? value : 0.0f;
 }
 
+SbString PoPlotwright::valueString(const PiNumericFormat& format, float value) {
+    SbString text = format.getString(value);
+    if (format.getTenPower() != 0) {
+        SbString power;
+        power.sprintf("E%d", format.getTenPower());
+        text += power;
+    }
+    return text;
+}
+
 void PoPlotwright::markPartDefault(const char* part) {
     if (SoField* field = getField(part))
         field->setDefault(TRUE);

@@ -38,12 +38,12 @@ class SoMaterial;
 //
 // Texts.  Each bar can show its value, written with the kit's number
 // format (setFormat) or the traversal state's, chosen over all the values
-// shown, and followed by valueAddString when valueAddStringVisibility is
-// on; each cell can show its name.  A position puts a text outside (_OUT)
-// or inside (_IN) one side of the bar, or at its centre; the sides are
-// those of the drawing (POS_TOP_OUT is above the bar whatever its sign).
-// POS_DEPEND puts values outside the value end of their bar (above a bar
-// that rises, below one that falls, or at the centre of a stacked part) and
+// shown (a power of ten that the format divides by is written after the
+// number, as "E6"), and followed by valueAddString when
+// valueAddStringVisibility is on; each cell can show its name.  A position puts a text outside
+// (_OUT) or inside (_IN) one side of the bar, or at its centre; the sides are those of the drawing
+// (POS_TOP_OUT is above the bar whatever its sign). POS_DEPEND puts values outside the value end of
+// their bar (above a bar that rises, below one that falls, or at the centre of a stacked part) and
 // names outside the base end of their bar.  PATH_DEPEND reads from left to
 // right.  Font sizes are relative to the domain's x extent; 0 gives 0.04,
 // made smaller when needed so that texts do not run into their neighbours'.

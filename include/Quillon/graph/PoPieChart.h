@@ -39,7 +39,8 @@ class SoPickedPoint;
 //
 // Annotations.  Each slice can show its name (sliceText), its value
 // (written with the kit's number format, setFormat, or the traversal
-// state's, chosen over all the values shown, and followed by the added
+// state's, chosen over all the values shown, with the power of ten that it
+// divides by written after the number as "E6", and followed by the added
 // string when its visibility is on) and its share ("25.0%"): inside the
 // slice (intAnnot*) and outside it (extAnnot*), one line under the other
 // in a box.  The boxes are drawn with the box parts' appearance (the
@@ -108,8 +109,8 @@ public:
 
     // What getPickedSliceNumber answers for the slice of the gathered
     // small slices, and for a pick on none.
-    static const int GROUP_SLICE = 0;
-    static const int NO_SLICE = -1;
+    static constexpr int GROUP_SLICE = 0;
+    static constexpr int NO_SLICE = -1;
 
     SoSFFloat radius;
     SoMFString sliceText;

@@ -25,5 +25,6 @@ protected:
 private:
     void init(const SbVec2f& center, float radius, short numSlices, const char** sliceTexts,
               const float* values, int numColors, const SbColor* colors);
-    void buildSlice(const DisplayedSlice& slice, const SliceGeometry& geometry, int index);
+    void buildSlice(const DisplayedSlice& slice, const SliceGeometry& geometry, float step,
+                    int index);
 };

@@ -3,6 +3,7 @@
 #include <Quillon/graph/PoBase.h>
 
 class PbMiscTextAttr;
+class PiNumericFormat;
 class PiText;
 class SoSFEnum;
 class SoSFFloat;
@@ -59,6 +60,9 @@ protected:
     static int checkedEnum(const SoSFEnum& field, int count, int fallback);
     // A relative size; one that is not a number counts as 0 (the default).
     static float relativeSize(const SoSFFloat& field);
+    // The text of a value, followed by the power of ten that the format
+    // divides it by, as "E6", when there is one; UTF-8.
+    static SbString valueString(const PiNumericFormat& format, float value);
     // Leaves the part out of what is written.
     void markPartDefault(const char* part);
 

@@ -255,6 +255,37 @@ TEST_F(PoHistogramTest, ValueTextsShareOneFormatAndStandBeyondTheValueEnd) {
     EXPECT_EQ(kit->getPart("nameText", FALSE), nullptr);
 }
 
+TEST_F(PoHistogramTest, PathsTurnTheTextsAndVrml2ModeSinksTheBars) {
+    const float values[] = {12345, 20000};
+    auto* kit = add(new PoSingleHistogram(SbVec2f(0, 0), 2, 2, values));
+    PbDomain domain(0, 0, 2, 20000);
+    kit->setDomain(&domain);
+    kit->valuePath = PoHistogram::PATH_UP;
+    traverse();
+    SbBox3f text = textBoxes(kit, "valueText")[0];
+    SbBox3f bar = barBox(kit, 0);
+    EXPECT_GT(text.getMax()[1] - text.getMin()[1], 2 * (text.getMax()[0] - text.getMin()[0]));
+    EXPECT_GT(text.getMin()[1], bar.getMax()[1]);
+    EXPECT_EQ(bar.getMin()[2], 0.0f);
+    // Lying bars have their values on their right.
+    domain.setDomain(0, 0, 20000, 2);
+    kit->type = PoHistogram::Y;
+    kit->valuePath = PoHistogram::PATH_DEPEND;
+    traverse();
+    text = textBoxes(kit, "valueText")[0];
+    bar = barBox(kit, 0);
+    EXPECT_GT(text.getMax()[0] - text.getMin()[0], text.getMax()[1] - text.getMin()[1]);
+    EXPECT_GT(text.getMin()[0], bar.getMax()[0]);
+    EXPECT_NEAR(text.getCenter()[1], bar.getCenter()[1], 0.01f * bar.getSize()[1]);
+    EXPECT_EQ(textsBelow(kit->getPart("valueText", FALSE)), (Strings{"12.3E3", "20.0E3"}));
+    // Bars 0.75 wide go 0.0075 below the plane.
+    PoBase::setVRML2Mode(1);
+    kit->touchKit();
+    traverse();
+    PoBase::setVRML2Mode(0);
+    EXPECT_FLOAT_EQ(barBox(kit, 1).getMin()[2], -0.0075f);
+}
+
 TEST_F(PoHistogramTest, AutomaticTextsFitTheirCells) {
     const float values[] = {1000000, 2000000, 3000000, 4000000};
     auto* kit = add(new PoSingleHistogram(SbVec2f(0, 0), 1, 4, values));

@@ -41,11 +41,8 @@ void PoMultipleHistogram::init(const SbVec2f& startPoint, float endCoord, int se
         numHistograms = static_cast<short>(series);
     if (values && series > 0 && numBars > 0)
         value.setValues(0, series * numBars, values);
-    if (names && numBars > 0) {
-        name.setNum(numBars);
-        for (int i = 0; i < numBars; ++i)
-            name.set1Value(i, names[i] ? names[i] : "");
-    }
+    if (names && numBars > 0)
+        setStrings(name, numBars, names);
     if (representation.getValue() != representationValue)
         representation = representationValue;
     watchFields({&numHistograms, &value, &name, &representation});

@@ -20,7 +20,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
 PO_KIT_ABSTRACT_SOURCE(PoPieChart, PoPlotwright)
 
@@ -249,14 +248,16 @@ PoPieChart::PoPieChart() {
     setLightModel(SoLightModel::BASE_COLOR);
     // Boxes start white and their texts black, readable over any slice or
     // background; the appearances can change that.
-    for (const char* part :
-         {"extAnnotBoxApp", "intAnnotBoxApp", "extAnnotTextApp", "extAnnotValueApp",
-          "extAnnotPercentApp", "intAnnotTextApp", "intAnnotValueApp", "intAnnotPercentApp"}) {
+    auto colour = [this](const char* appearance, float grey) {
         auto* material = new SoMaterial;
-        const float grey = std::strstr(part, "BoxApp") ? 1.0f : 0.0f;
         material->diffuseColor.setValue(grey, grey, grey);
-        setAnyPart((SbString(part) + ".material").getString(), material);
-    }
+        setAnyPart((SbString(appearance) + ".material").getString(), material);
+    };
+    for (const char* appearance : {"extAnnotBoxApp", "intAnnotBoxApp"})
+        colour(appearance, 1.0f);
+    for (const char* appearance : {"extAnnotTextApp", "extAnnotValueApp", "extAnnotPercentApp",
+                                   "intAnnotTextApp", "intAnnotValueApp", "intAnnotPercentApp"})
+        colour(appearance, 0.0f);
 }
 
 PoPieChart::~PoPieChart() {
@@ -368,36 +369,34 @@ float PoPieChart::sizeOf(const SoSFFloat& field, float defaultShare) const {
     return relative > 0.0f ? relative * m_unit : defaultShare * m_radius;
 }
 
+// The fields of both kinds of annotation differ only by their prefix.
 void PoPieChart::readAnnotationAttr(bool internal, AnnotationAttr& attr) const {
-    if (internal) {
-        attr = AnnotationAttr{checkedEnum(intAnnotPosition, 2, HOR_INT_POS),
-                              checkedEnum(intAnnotAlignment, 5, CENTER_ALIGN),
-                              intAnnotTextVisibility.getValue() != FALSE,
-                              intAnnotValueVisibility.getValue() != FALSE,
-                              intAnnotPercentVisibility.getValue() != FALSE,
-                              intAnnotAddStringVisibility.getValue() != FALSE,
-                              intAnnotTextFontName.getValue(),
-                              intAnnotValueFontName.getValue(),
-                              intAnnotPercentFontName.getValue(),
-                              intAnnotAddString.getValue(),
-                              sizeOf(intAnnotTextFontSize, s_fontSize),
-                              sizeOf(intAnnotValueFontSize, s_fontSize),
-                              sizeOf(intAnnotPercentFontSize, s_fontSize)};
-    } else {
-        attr = AnnotationAttr{checkedEnum(extAnnotPosition, 5, HOR_EXT_POS),
-                              checkedEnum(extAnnotAlignment, 5, INWARDS_ALIGN),
-                              extAnnotTextVisibility.getValue() != FALSE,
-                              extAnnotValueVisibility.getValue() != FALSE,
-                              extAnnotPercentVisibility.getValue() != FALSE,
-                              extAnnotAddStringVisibility.getValue() != FALSE,
-                              extAnnotTextFontName.getValue(),
-                              extAnnotValueFontName.getValue(),
-                              extAnnotPercentFontName.getValue(),
-                              extAnnotAddString.getValue(),
-                              sizeOf(extAnnotTextFontSize, s_fontSize),
-                              sizeOf(extAnnotValueFontSize, s_fontSize),
-                              sizeOf(extAnnotPercentFontSize, s_fontSize)};
-    }
+    const SbString prefix = internal ? "intAnnot" : "extAnnot";
+    auto field = [&](const char* name) { return getField((prefix + name).getString()); };
+    auto visible = [&](const char* name) {
+        return static_cast<const SoSFBool*>(field(name))->getValue() != FALSE;
+    };
+    auto string = [&](const char* name) {
+        return static_cast<const SoSFString*>(field(name))->getValue();
+    };
+    auto size = [&](const char* name) {
+        return sizeOf(*static_cast<const SoSFFloat*>(field(name)), s_fontSize);
+    };
+    attr.position = internal ? checkedEnum(intAnnotPosition, 2, HOR_INT_POS)
+                             : checkedEnum(extAnnotPosition, 5, HOR_EXT_POS);
+    attr.alignment = checkedEnum(*static_cast<const SoSFEnum*>(field("Alignment")), 5,
+                                 internal ? CENTER_ALIGN : INWARDS_ALIGN);
+    attr.textVisible = visible("TextVisibility");
+    attr.valueVisible = visible("ValueVisibility");
+    attr.percentVisible = visible("PercentVisibility");
+    attr.addStringVisible = visible("AddStringVisibility");
+    attr.textFont = string("TextFontName");
+    attr.valueFont = string("ValueFontName");
+    attr.percentFont = string("PercentFontName");
+    attr.addString = string("AddString");
+    attr.textSize = size("TextFontSize");
+    attr.valueSize = size("ValueFontSize");
+    attr.percentSize = size("PercentFontSize");
 }
 
 bool PoPieChart::savePieChartAttr(void) {

@@ -39,11 +39,8 @@ void PoPieChart2D::init(const SbVec2f& centerPoint, float radiusValue, short num
         radius = radiusValue;
     if (values && numSlices > 0)
         sliceValue.setValues(0, numSlices, values);
-    if (sliceTexts && numSlices > 0) {
-        sliceText.setNum(numSlices);
-        for (int i = 0; i < numSlices; ++i)
-            sliceText.set1Value(i, sliceTexts[i] ? sliceTexts[i] : "");
-    }
+    if (sliceTexts && numSlices > 0)
+        setStrings(sliceText, numSlices, sliceTexts);
     if (colors && numColors > 0)
         sliceColor.setValues(0, numColors, colors);
     watchFields({&center});

@@ -5,6 +5,7 @@
 #include "graph/PiText.h"
 #include "graph/PoClassManifest.h"
 
+#include <Inventor/fields/SoMFString.h>
 #include <Inventor/fields/SoSFEnum.h>
 #include <Inventor/fields/SoSFFloat.h>
 
@@ -81,6 +82,12 @@ SbString PoPlotwright::valueString(const PiNumericFormat& format, float value) {
         text += power;
     }
     return text;
+}
+
+void PoPlotwright::setStrings(SoMFString& field, int count, const char* const* strings) {
+    field.setNum(count);
+    for (int i = 0; i < count; ++i)
+        field.set1Value(i, strings[i] ? strings[i] : "");
 }
 
 void PoPlotwright::markPartDefault(const char* part) {

@@ -28,11 +28,8 @@ void PoSingleHistogram::init(const SbVec2f& startPoint, float endCoord, int numV
         end = endCoord;
     if (values && numValues > 0)
         value.setValues(0, numValues, values);
-    if (names && numValues > 0) {
-        name.setNum(numValues);
-        for (int i = 0; i < numValues; ++i)
-            name.set1Value(i, names[i] ? names[i] : "");
-    }
+    if (names && numValues > 0)
+        setStrings(name, numValues, names);
     watchFields({&value, &name});
 }
 

@@ -5,6 +5,7 @@
 class PbMiscTextAttr;
 class PiNumericFormat;
 class PiText;
+class SoMFString;
 class SoSFEnum;
 class SoSFFloat;
 
@@ -63,6 +64,9 @@ protected:
     // The text of a value, followed by the power of ten that the format
     // divides it by, as "E6", when there is one; UTF-8.
     static SbString valueString(const PiNumericFormat& format, float value);
+    // Sets the field to count strings, a null string giving an empty one;
+    // for constructors that take C strings.
+    static void setStrings(SoMFString& field, int count, const char* const* strings);
     // Leaves the part out of what is written.
     void markPartDefault(const char* part);
 

@@ -99,7 +99,8 @@ struct PoPieChart::Block {
         PiText text;
         SbString string;
         const char* part;
-        float top, width;
+        // Below the top of the lines.
+        float top;
     };
     std::vector<Line> lines;
     SbVec2f size;
@@ -340,18 +341,18 @@ std::vector<float> PoPieChart::computeTranslations(void) const {
 // ------------------------------------------------------------- picking
 
 void PoPieChart::recordPickable(const SoNode* node, int index) {
-    m_pickable[node] = index;
+    m_pickable.emplace_back(node, index);
 }
 
 int PoPieChart::getPickedSliceNumber(const SoPickedPoint* pickedPoint) const {
     if (!pickedPoint)
         return NO_SLICE;
-    const auto* path = static_cast<const SoFullPath*>(pickedPoint->getPath());
-    for (int i = path->getLength() - 1; i >= 0; --i) {
-        const auto found = m_pickable.find(path->getNode(i));
-        if (found != m_pickable.end())
-            return m_slices[found->second].number;
-    }
+    // The path runs through the kit's hidden parts: one of the nodes
+    // recorded for a slice is on it.
+    const SoPath* path = pickedPoint->getPath();
+    for (const auto& entry : m_pickable)
+        if (path->containsNode(entry.first))
+            return m_slices[entry.second].number;
     return NO_SLICE;
 }
 
@@ -539,11 +540,9 @@ PoPieChart::Block PoPieChart::makeBlock(bool internal, const DisplayedSlice& sli
         setUpText(text, candidate.font, candidate.size);
         if (!block.lines.empty())
             height += s_lineGap * candidate.size;
-        const float lineWidth = text.getWidth(candidate.string);
-        block.lines.push_back(
-            Block::Line{text, candidate.string, candidate.part, height, lineWidth});
+        block.lines.push_back(Block::Line{text, candidate.string, candidate.part, height});
         height += text.getHeight(candidate.string);
-        width = std::max(width, lineWidth);
+        width = std::max(width, text.getWidth(candidate.string));
         largest = std::max(largest, candidate.size);
     }
     block.margin = s_boxMargin * largest;

@@ -13,7 +13,7 @@
 #include <Inventor/fields/SoSFFloat.h>
 #include <Inventor/fields/SoSFString.h>
 
-#include <unordered_map>
+#include <utility>
 #include <vector>
 
 class PbNumericDisplayFormat;
@@ -257,5 +257,6 @@ private:
     float m_unit = 1.0f;
     float m_distance1 = 0.0f, m_distance2 = 0.0f, m_distance3 = 0.0f;
     float m_arrowHeight = 0.0f, m_arrowWidth = 0.0f;
-    std::unordered_map<const SoNode*, int> m_pickable;
+    // The nodes made for each slice shown, by its index.
+    std::vector<std::pair<const SoNode*, int>> m_pickable;
 };

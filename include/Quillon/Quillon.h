@@ -25,6 +25,7 @@
 #include <Quillon/graph/PoBaseAxis.h>
 #include <Quillon/graph/PoCartesianAxis.h>
 #include <Quillon/graph/PoClassRegistration.h>
+#include <Quillon/graph/PoCurve.h>
 #include <Quillon/graph/PoDebugError.h>
 #include <Quillon/graph/PoLibraryReference.h>
 #include <Quillon/graph/PoLinearAxis.h>

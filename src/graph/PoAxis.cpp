@@ -202,26 +202,7 @@ void PoAxis::setDefaultOnNonWritingFields(void) {
         markPartDefault(part);
 }
 
-void PoAxis::markPartDefault(const char* part) {
-    if (SoField* field = getField(part))
-        field->setDefault(TRUE);
-}
-
 // ------------------------------------------------------ working record
-
-int PoAxis::checkedEnum(const SoSFEnum& field, int count, int fallback) {
-    const int value = field.getValue();
-    if (value >= 0 && value < count)
-        return value;
-    SoFieldContainer* container = field.getContainer();
-    SbName fieldName;
-    container->getFieldName(&field, fieldName);
-    const SbString method = SbString(container->getTypeId().getName().getString()) + "::rebuild";
-    PoDebugError::postWarning(method.getString(),
-                              "%s holds %d, which is none of its values; its default %d is used",
-                              fieldName.getString(), value, fallback);
-    return fallback;
-}
 
 void PoAxis::readFieldsIntoRecord(void) {
     AxisAttr& a = m_attr;

@@ -14,6 +14,7 @@
 // Chart node kits.
 #define PO_CHART_KIT_CLASSES(X)                                                                    \
     X(PoPlotwright)                                                                                \
+    X(PoCurve)                                                                                     \
     X(PoBaseAxis)                                                                                  \
     X(PoAxis)                                                                                      \
     X(PoCartesianAxis)                                                                             \

@@ -48,3 +48,22 @@ void PoPlotwright::setUpText(PiText& text, const SbString& fontName, float size)
     text.setFontName(fontName);
     text.setFontSize(size);
 }
+
+int PoPlotwright::checkedEnum(const SoSFEnum& field, int count, int fallback) {
+    const int value = field.getValue();
+    if (value >= 0 && value < count)
+        return value;
+    SoFieldContainer* container = field.getContainer();
+    SbName fieldName;
+    container->getFieldName(&field, fieldName);
+    const SbString method = SbString(container->getTypeId().getName().getString()) + "::rebuild";
+    PoDebugError::postWarning(method.getString(),
+                              "%s holds %d, which is none of its values; its default %d is used",
+                              fieldName.getString(), value, fallback);
+    return fallback;
+}
+
+void PoPlotwright::markPartDefault(const char* part) {
+    if (SoField* field = getField(part))
+        field->setDefault(TRUE);
+}

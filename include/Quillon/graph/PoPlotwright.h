@@ -2,6 +2,8 @@
 #include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PoBase.h>
 
+#include <Inventor/fields/SoSFEnum.h>
+
 class PbMiscTextAttr;
 class PiText;
 
@@ -51,6 +53,12 @@ protected:
     // Sets the text builder up with those attributes, the font (empty for
     // the attributes' font) and the size.
     void setUpText(PiText& text, const SbString& fontName, float size);
+
+    // The value of an enumerated field, or fallback (with a warning) when it
+    // holds a number that is none of its count values.
+    static int checkedEnum(const SoSFEnum& field, int count, int fallback);
+    // Leaves the part out of what is written.
+    void markPartDefault(const char* part);
 
     // Moves the kit's connection from the object that member holds to
     // object, stores it and asks for a rebuild.

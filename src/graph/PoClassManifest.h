@@ -18,7 +18,11 @@
     X(PoBaseAxis)                                                                                  \
     X(PoAxis)                                                                                      \
     X(PoCartesianAxis)                                                                             \
-    X(PoLinearAxis)
+    X(PoLinearAxis)                                                                                \
+    X(PoLegend)                                                                                    \
+    X(PoItemLegend)                                                                                \
+    X(PoValueLegend)                                                                               \
+    X(PoLinearValueLegend)
 
 // Mesh representation node kits.  Unregistration does not simply reverse
 // their registration: it goes through the exit groups in the order of

@@ -1,0 +1,319 @@
+#include <Quillon/graph/PoItemLegend.h>
+
+#include "graph/PiText.h"
+
+#include <Inventor/nodekits/SoAppearanceKit.h>
+#include <Inventor/nodes/SoCoordinate3.h>
+#include <Inventor/nodes/SoDrawStyle.h>
+#include <Inventor/nodes/SoGroup.h>
+#include <Inventor/nodes/SoLineSet.h>
+#include <Inventor/nodes/SoMaterial.h>
+#include <Inventor/nodes/SoSeparator.h>
+
+#include <algorithm>
+#include <cmath>
+
+PO_KIT_SOURCE(PoItemLegend, PoLegend)
+
+namespace {
+// Sizes in units of the entry font size.
+const float s_boxSide = 0.975f;
+const float s_capHeight = PiText::CAP_HEIGHT;
+const float s_nameGap = 0.325f;
+const float s_graphicGap = 0.65f;
+const float s_columnGap = 1.3f;
+const float s_rowGap = 0.975f;
+
+// The entry of a per-item list, the list taken round.
+template <class Field> auto roundEntry(const Field& field, int index) {
+    return field[index % field.getNum()];
+}
+
+SoMaterial* colorNode(const SoMFColor& colors, int index) {
+    auto* material = new SoMaterial;
+    material->diffuseColor = roundEntry(colors, index);
+    return material;
+}
+} // namespace
+
+PoItemLegend::PoItemLegend() {
+    init(SbVec2f(0, 0), SbVec2f(1, 1), 0, nullptr, nullptr);
+}
+
+PoItemLegend::PoItemLegend(const SbVec2f& start, const SbVec2f& end, int numItems,
+                           const char** items, const SbColor* colors) {
+    init(start, end, numItems, items, colors);
+}
+
+void PoItemLegend::init(const SbVec2f& startCorner, const SbVec2f& endCorner, int numItems,
+                        const char** items, const SbColor* colors) {
+    SO_KIT_CONSTRUCTOR(PoItemLegend);
+    PO_KIT_ADD_PART_WITH_APPEARANCE(line, SoGroup, alternateRep);
+    PO_KIT_ADD_PART_WITH_APPEARANCE(marker, SoGroup, alternateRep);
+    SO_KIT_ADD_FIELD(start, (0.0f, 0.0f));
+    SO_KIT_ADD_FIELD(end, (1.0f, 1.0f));
+    SO_KIT_ADD_FIELD(item, (""));
+    SO_KIT_ADD_FIELD(boxVisibility, (TRUE));
+    SO_KIT_ADD_FIELD(boxColor, (0.0f, 0.0f, 0.0f));
+    SO_KIT_ADD_FIELD(lineVisibility, (FALSE));
+    SO_KIT_ADD_FIELD(lineColor, (0.0f, 0.0f, 0.0f));
+    SO_KIT_ADD_FIELD(lineSize, (0.0f));
+    SO_KIT_ADD_FIELD(linePattern, (0xFFFF));
+    SO_KIT_ADD_FIELD(markerVisibility, (FALSE));
+    SO_KIT_ADD_FIELD(markerColor, (0.0f, 0.0f, 0.0f));
+    SO_KIT_ADD_FIELD(markerSize, (0.0f));
+    SO_KIT_ADD_FIELD(markerString, ("."));
+    SO_KIT_INIT_INSTANCE();
+
+    if (start.getValue() != startCorner)
+        start = startCorner;
+    if (end.getValue() != endCorner)
+        end = endCorner;
+    if (items && numItems > 0) {
+        item.setNum(numItems);
+        for (int i = 0; i < numItems; ++i)
+            item.set1Value(i, items[i] ? items[i] : "");
+    }
+    if (colors && numItems > 0) {
+        boxColor.setNum(numItems);
+        boxColor.setValues(0, numItems, colors);
+    }
+    watchFields({&start, &end, &item, &boxVisibility, &boxColor, &lineVisibility, &lineColor,
+                 &lineSize, &linePattern, &markerVisibility, &markerColor, &markerSize,
+                 &markerString});
+    addGeneratedParts({"line", "marker"});
+}
+
+PoItemLegend::~PoItemLegend() = default;
+
+bool PoItemLegend::textsBeside(void) const {
+    return m_attr.valuePosition == POS_RIGHT || m_attr.valuePosition == POS_LEFT;
+}
+
+void PoItemLegend::gridPlace(int index, int count, int rows, int& row, int& column) const {
+    if (isRevertOrder())
+        index = count - 1 - index;
+    if (m_attr.incrementType == VERTICAL_INCREMENT) {
+        row = index % rows;
+        column = index / rows;
+    } else {
+        row = index / m_attr.numColumns;
+        column = index % m_attr.numColumns;
+    }
+}
+
+PoItemLegend::ItemLayout PoItemLegend::computeItemFontSize(const std::vector<SbString>& texts,
+                                                           const Rect& room) {
+    ItemLayout layout;
+    const int count = static_cast<int>(texts.size());
+    if (count == 0)
+        return layout;
+    const int columnsAsked = m_attr.numColumns;
+    layout.rows = (count + columnsAsked - 1) / columnsAsked;
+    layout.columns = m_attr.incrementType == VERTICAL_INCREMENT
+                         ? (count + layout.rows - 1) / layout.rows
+                         : std::min(columnsAsked, count);
+    const bool boxes = boxVisibility.getValue(), lines = lineVisibility.getValue();
+    const bool markers = markerVisibility.getValue();
+    layout.graphicWidth = boxes || lines ? s_boxSide * m_attr.boxRatio : 0.0f;
+    if (markers)
+        layout.graphicWidth = std::max(layout.graphicWidth, s_capHeight);
+    const bool hasGraphic = boxes || lines || markers;
+    const bool beside = textsBeside();
+    if (beside) {
+        layout.rowHeight = boxes ? s_boxSide : s_capHeight;
+        layout.graphicHeight = layout.rowHeight;
+    } else {
+        layout.graphicHeight = boxes ? s_boxSide : markers ? s_capHeight : 0.0f;
+        layout.rowHeight =
+            hasGraphic ? layout.graphicHeight + s_graphicGap + s_capHeight : s_capHeight;
+    }
+
+    // Names measured at size 1, each column as wide as its graphic and
+    // widest name.
+    const PiText text = makeValueText(1.0f);
+    const bool names = m_attr.valueVisibility == VISIBILITY_ON;
+    std::vector<float> widest(layout.columns, 0.0f);
+    for (int i = 0; i < count; ++i) {
+        layout.textWidths.push_back(names ? text.getWidth(texts[i]) : 0.0f);
+        int row, column;
+        gridPlace(i, count, layout.rows, row, column);
+        widest[column] = std::max(widest[column], layout.textWidths.back());
+    }
+    float totalWidth = s_columnGap * static_cast<float>(layout.columns - 1);
+    for (float name : widest) {
+        float width = std::max(layout.graphicWidth, name);
+        if (beside)
+            width = layout.graphicWidth + name + (name > 0.0f && hasGraphic ? s_nameGap : 0.0f);
+        layout.columnWidths.push_back(width);
+        totalWidth += width;
+    }
+    const float totalHeight = static_cast<float>(layout.rows) * layout.rowHeight +
+                              s_rowGap * static_cast<float>(layout.rows - 1);
+
+    layout.size = room.height / totalHeight;
+    if (totalWidth > 0.0f)
+        layout.size = std::min(layout.size, room.width / totalWidth);
+    if (!(layout.size > 0.0f) || !std::isfinite(layout.size)) {
+        layout.size = 0.0f;
+        return layout;
+    }
+    if (layout.columns > 1)
+        layout.columnGap =
+            (room.width - (totalWidth - s_columnGap * (layout.columns - 1)) * layout.size) /
+            static_cast<float>(layout.columns - 1);
+    if (layout.rows > 1)
+        layout.rowGap =
+            (room.height - static_cast<float>(layout.rows) * layout.rowHeight * layout.size) /
+            static_cast<float>(layout.rows - 1);
+    return layout;
+}
+
+void PoItemLegend::rebuild(void) {
+    RebuildScope scope(this);
+    clearLegendParts();
+    setDefaultAttr();
+    Rect rect;
+    if (!getLegendRect(start.getValue(), end.getValue(), rect))
+        return;
+    const int along = m_attr.incrementType == VERTICAL_INCREMENT ? 1 : 0;
+    setRevertOrder(start.getValue()[along], end.getValue()[along]);
+    const Rect room = computeTitleSizeA(computeMarginA(rect));
+
+    std::vector<SbString> texts;
+    for (int i = 0; i < item.getNum(); ++i)
+        texts.push_back(makeValueString(item[i]));
+    const ItemLayout layout = computeItemFontSize(texts, room);
+    drawBackgroundA(rect);
+    drawTitleA();
+    if (!(layout.size > 0.0f))
+        return;
+
+    // Each entry's graphic and name, from the top-left corner of its cell.
+    const float s = layout.size;
+    const bool hasGraphic = layout.graphicWidth > 0.0f;
+    std::vector<float> columnLeft(1, room.origin[0]);
+    for (int c = 0; c + 1 < layout.columns; ++c)
+        columnLeft.push_back(columnLeft.back() + layout.columnWidths[c] * s + layout.columnGap);
+    const float top = room.origin[1] + room.height;
+    std::vector<Rect> graphics;
+    std::vector<LegendText> names;
+    const int count = static_cast<int>(texts.size());
+    for (int i = 0; i < count; ++i) {
+        int row, column;
+        gridPlace(i, count, layout.rows, row, column);
+        const float left = columnLeft[column];
+        const float width = layout.columnWidths[column] * s;
+        const float cellTop =
+            top - static_cast<float>(row) * (layout.rowHeight * s + layout.rowGap);
+        Rect graphic;
+        graphic.width = layout.graphicWidth * s;
+        graphic.height = layout.graphicHeight * s;
+        LegendText name{texts[i], SbVec2f(), static_cast<Position>(m_attr.valuePosition)};
+        const float middleY = cellTop - 0.5f * layout.rowHeight * s;
+        const float gap = hasGraphic ? s_nameGap * s : 0.0f;
+        switch (m_attr.valuePosition) {
+        case POS_RIGHT:
+            graphic.origin.setValue(left, cellTop - graphic.height);
+            name.anchor.setValue(left + graphic.width + gap, middleY);
+            break;
+        case POS_LEFT:
+            graphic.origin.setValue(left + width - graphic.width, cellTop - graphic.height);
+            name.anchor.setValue(left + width - graphic.width - gap, middleY);
+            break;
+        case POS_TOP: {
+            const float nameBase = cellTop - s_capHeight * s;
+            name.anchor.setValue(left + 0.5f * width, nameBase);
+            graphic.origin.setValue(left + 0.5f * (width - graphic.width),
+                                    nameBase - s_graphicGap * s - graphic.height);
+            break;
+        }
+        default:
+            graphic.origin.setValue(left + 0.5f * (width - graphic.width),
+                                    cellTop - graphic.height);
+            name.anchor.setValue(left + 0.5f * width,
+                                 hasGraphic ? graphic.origin[1] - s_graphicGap * s : cellTop);
+            break;
+        }
+        graphics.push_back(graphic);
+        names.push_back(name);
+    }
+
+    if (boxVisibility.getValue()) {
+        std::vector<LegendBox> boxes;
+        const float boxWidth = s_boxSide * m_attr.boxRatio * s;
+        for (int i = 0; i < count; ++i) {
+            const SbVec2f middle = graphics[i].middle();
+            LegendBox box;
+            box.min = middle - 0.5f * SbVec2f(boxWidth, s_boxSide * s);
+            box.max = middle + 0.5f * SbVec2f(boxWidth, s_boxSide * s);
+            box.colored = boxColor.getNum() > 0;
+            if (box.colored)
+                box.low = box.high = roundEntry(boxColor, i);
+            boxes.push_back(box);
+        }
+        drawBoxesLegendBoxesA(boxes);
+    }
+    if (lineVisibility.getValue())
+        drawLines(graphics);
+    if (markerVisibility.getValue())
+        drawMarkers(graphics, s);
+    if (m_attr.valueVisibility == VISIBILITY_ON)
+        drawValuesLegendBoxesA(names, s);
+}
+
+void PoItemLegend::drawLines(const std::vector<Rect>& graphics) {
+    auto* group = new SoGroup;
+    for (int i = 0; i < static_cast<int>(graphics.size()); ++i)
+        drawHorLine(group, i, graphics[i]);
+    setAnyPart("line", group);
+}
+
+// Across the middle of the graphic, in the item's colour, width and
+// pattern.
+void PoItemLegend::drawHorLine(SoGroup* group, int index, const Rect& graphic) {
+    auto* sample = new SoSeparator;
+    if (lineColor.getNum() > 0)
+        sample->addChild(colorNode(lineColor, index));
+    auto* style = new SoDrawStyle;
+    if (lineSize.getNum() > 0 && roundEntry(lineSize, index) > 0.0f)
+        style->lineWidth = roundEntry(lineSize, index);
+    if (linePattern.getNum() > 0)
+        style->linePattern = roundEntry(linePattern, index);
+    sample->addChild(style);
+    const float y = graphic.middle()[1];
+    auto* coordinates = new SoCoordinate3;
+    coordinates->point.set1Value(0, SbVec3f(graphic.origin[0], y, 0.0f));
+    coordinates->point.set1Value(1, SbVec3f(graphic.origin[0] + graphic.width, y, 0.0f));
+    sample->addChild(coordinates);
+    sample->addChild(new SoLineSet);
+    group->addChild(sample);
+}
+
+void PoItemLegend::drawMarkers(const std::vector<Rect>& graphics, float size) {
+    if (markerString.getNum() == 0)
+        return;
+    auto* group = new SoGroup;
+    for (int i = 0; i < static_cast<int>(graphics.size()); ++i)
+        drawMarker(group, i, graphics[i], size);
+    setAnyPart("marker", group);
+}
+
+// In the middle of the graphic, at the item's marker size or the entry
+// size.
+void PoItemLegend::drawMarker(SoGroup* group, int index, const Rect& graphic, float size) {
+    if (markerSize.getNum() > 0) {
+        const float own = roundEntry(markerSize, index) * m_attr.deltaX;
+        if (own > 0.0f && std::isfinite(own))
+            size = own;
+    }
+    PiText text;
+    setUpText(text, m_attr.valueFontName, size);
+    auto* holder = new SoSeparator;
+    if (markerColor.getNum() > 0)
+        holder->addChild(colorNode(markerColor, index));
+    const SbVec2f middle = graphic.middle();
+    holder->addChild(
+        text.buildCentered(roundEntry(markerString, index), SbVec3f(middle[0], middle[1], 0.0f)));
+    group->addChild(holder);
+}

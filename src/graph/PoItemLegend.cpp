@@ -171,21 +171,14 @@ PoItemLegend::ItemLayout PoItemLegend::computeItemFontSize(const std::vector<SbS
 
 void PoItemLegend::rebuild(void) {
     RebuildScope scope(this);
-    clearLegendParts();
-    setDefaultAttr();
-    Rect rect;
-    if (!getLegendRect(start.getValue(), end.getValue(), rect))
+    Rect room;
+    if (!drawFrame(start.getValue(), end.getValue(), room))
         return;
-    const int along = m_attr.incrementType == VERTICAL_INCREMENT ? 1 : 0;
-    setRevertOrder(start.getValue()[along], end.getValue()[along]);
-    const Rect room = computeTitleSizeA(computeMarginA(rect));
 
     std::vector<SbString> texts;
     for (int i = 0; i < item.getNum(); ++i)
         texts.push_back(makeValueString(item[i]));
     const ItemLayout layout = computeItemFontSize(texts, room);
-    drawBackgroundA(rect);
-    drawTitleA();
     if (!(layout.size > 0.0f))
         return;
 

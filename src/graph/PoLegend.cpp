@@ -185,6 +185,20 @@ void PoLegend::setDefaultAttr(void) {
     a.valueFontName = valueFontName.getValue();
 }
 
+bool PoLegend::drawFrame(const SbVec2f& corner1, const SbVec2f& corner2, Rect& room) {
+    clearLegendParts();
+    setDefaultAttr();
+    Rect rect;
+    if (!getLegendRect(corner1, corner2, rect))
+        return false;
+    const int along = m_attr.incrementType == VERTICAL_INCREMENT ? 1 : 0;
+    setRevertOrder(corner1[along], corner2[along]);
+    room = computeTitleSizeA(computeMarginA(rect));
+    drawBackgroundA(rect);
+    drawTitleA();
+    return true;
+}
+
 bool PoLegend::getLegendRect(const SbVec2f& corner1, const SbVec2f& corner2, Rect& rect) const {
     const float values[] = {corner1[0], corner1[1], corner2[0], corner2[1]};
     const SbString method = SbString(getTypeId().getName().getString()) + "::rebuild";

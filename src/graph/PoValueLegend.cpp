@@ -139,16 +139,9 @@ bool PoValueLegend::findRange(const PbDataMapping& mapping, float& min, float& m
 
 void PoValueLegend::rebuild(void) {
     RebuildScope scope(this);
-    clearLegendParts();
-    setDefaultAttr();
-    Rect rect;
-    if (!getLegendRect(start.getValue(), end.getValue(), rect))
+    Rect room;
+    if (!drawFrame(start.getValue(), end.getValue(), room))
         return;
-    const int along = m_attr.incrementType == VERTICAL_INCREMENT ? 1 : 0;
-    setRevertOrder(start.getValue()[along], end.getValue()[along]);
-    const Rect room = computeTitleSizeA(computeMarginA(rect));
-    drawBackgroundA(rect);
-    drawTitleA();
 
     Bar bar;
     bar.mapping = m_mapping ? m_mapping : readElement<PoDataMappingElement>();

@@ -37,7 +37,8 @@ class SoGroup;
 // Texts are drawn with the text attributes (setMiscTextAttr, else a
 // PoMiscTextAttr node above), in valueFontName or titleFontName when these
 // are not empty; valueAddString is appended to every entry text when
-// valueAddStringVisibility is on.  The background is filled in the colour
+// valueAddStringVisibility is on.  A boxRatio that is not above 0 counts as
+// 1, a titleFontSize that is not above 0 as automatic.  The background is filled in the colour
 // of backgroundApp (black unless changed) behind the boxes, and the lines
 // and texts stand in front of both.
 class QUILLON_API PoLegend : public PoPlotwright {
@@ -105,6 +106,12 @@ protected:
         Position side;
     };
 
+    // The start of every legend's rebuild: empties the parts, reads the
+    // fields (setDefaultAttr), takes the rectangle between the corners,
+    // orders the entries by the corners along the direction of increment,
+    // draws the background and the title, and gives the room left for the
+    // entries.  False when there is no legend to draw.
+    bool drawFrame(const SbVec2f& corner1, const SbVec2f& corner2, Rect& room);
     // The enumerated fields checked (an unknown value counts as its
     // default, with a warning) and the sizes that are not numbers at their
     // defaults, for the rebuild; the font names resolved.

@@ -15,6 +15,7 @@
 #include <Inventor/nodes/SoPointSet.h>
 #include <Inventor/nodes/SoPolygonOffset.h>
 #include <Inventor/nodes/SoSeparator.h>
+#include <Inventor/nodes/SoTranslation.h>
 
 #include <algorithm>
 #include <cmath>
@@ -242,10 +243,11 @@ void PoCurve::rebuild(void) {
     if (point.getNum() == 0 || !hasValidPoints())
         return;
     const Points points(point.getValues(0), point.getValues(0) + point.getNum());
-    const Points curve = makeCurvePoints(points);
+    const int rep = checkedEnum(curveRep, 9, CURVE_POLYLINE);
+    const Points curve = makeCurvePoints(points, rep);
     if (isCurveFilled.getValue())
         drawFilling(curve);
-    if (checkedEnum(curveRep, 9, CURVE_POLYLINE) != CURVE_NONE)
+    if (rep != CURVE_NONE)
         drawCurve(curve);
     drawRaisePoints(selectPoints(
         {"raise", raiseFilterType, raiseIndexPeriod, raiseIndexList, raiseXPeriod, raiseXList},
@@ -255,8 +257,8 @@ void PoCurve::rebuild(void) {
                              points));
 }
 
-Points PoCurve::makeCurvePoints(const Points& points) {
-    switch (checkedEnum(curveRep, 9, CURVE_POLYLINE)) {
+Points PoCurve::makeCurvePoints(const Points& points, int rep) {
+    switch (rep) {
     case CURVE_SMOOTH:
         m_spline->setPoints(points);
         return withoutRepeats(m_spline->getCurve());
@@ -422,9 +424,17 @@ void PoCurve::drawMarkers(const Points& points) {
         return;
     PiText text;
     setUpText(text, fontName, size);
+    // One marker, shared by every point.
+    SoNode* shape = text.buildCentered(markerString.getValue(), SbVec3f(0.0f, 0.0f, 0.0f));
     auto* group = new SoGroup;
-    for (const SbVec2f& p : points)
-        group->addChild(text.buildCentered(markerString.getValue(), inPlane(p)));
+    for (const SbVec2f& p : points) {
+        auto* marker = new SoSeparator;
+        auto* place = new SoTranslation;
+        place->translation = inPlane(p);
+        marker->addChild(place);
+        marker->addChild(shape);
+        group->addChild(marker);
+    }
     setAnyPart("marker", group);
 }
 

@@ -138,7 +138,7 @@ private:
 
     void init(int numPoints, const SbVec2f* points, CurveRep rep);
     bool hasValidPoints(void) const;
-    std::vector<SbVec2f> makeCurvePoints(const std::vector<SbVec2f>& points);
+    std::vector<SbVec2f> makeCurvePoints(const std::vector<SbVec2f>& points, int rep);
     void drawCurve(const std::vector<SbVec2f>& curve);
     void drawFilling(const std::vector<SbVec2f>& curve);
     std::vector<SbVec2f> selectPoints(const Filter& filter,

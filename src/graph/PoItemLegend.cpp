@@ -182,77 +182,91 @@ void PoItemLegend::rebuild(void) {
     if (!(layout.size > 0.0f))
         return;
 
-    // Each entry's graphic and name, from the top-left corner of its cell.
+    std::vector<Rect> graphics;
+    std::vector<LegendText> names;
+    placeEntries(layout, room, texts, graphics, names);
+    if (boxVisibility.getValue())
+        drawBoxes(graphics, layout.size);
+    if (lineVisibility.getValue())
+        drawLines(graphics);
+    if (markerVisibility.getValue())
+        drawMarkers(graphics, layout.size);
+    if (m_attr.valueVisibility == VISIBILITY_ON)
+        drawValuesLegendBoxesA(names, layout.size);
+}
+
+// Each entry's cell in the grid, from the top-left corner of the room.
+void PoItemLegend::placeEntries(const ItemLayout& layout, const Rect& room,
+                                const std::vector<SbString>& texts, std::vector<Rect>& graphics,
+                                std::vector<LegendText>& names) const {
     const float s = layout.size;
-    const bool hasGraphic = layout.graphicWidth > 0.0f;
     std::vector<float> columnLeft(1, room.origin[0]);
     for (int c = 0; c + 1 < layout.columns; ++c)
         columnLeft.push_back(columnLeft.back() + layout.columnWidths[c] * s + layout.columnGap);
     const float top = room.origin[1] + room.height;
-    std::vector<Rect> graphics;
-    std::vector<LegendText> names;
     const int count = static_cast<int>(texts.size());
     for (int i = 0; i < count; ++i) {
         int row, column;
         gridPlace(i, count, layout.rows, row, column);
-        const float left = columnLeft[column];
-        const float width = layout.columnWidths[column] * s;
-        const float cellTop =
-            top - static_cast<float>(row) * (layout.rowHeight * s + layout.rowGap);
+        Rect cell;
+        cell.width = layout.columnWidths[column] * s;
+        cell.height = layout.rowHeight * s;
+        cell.origin.setValue(columnLeft[column],
+                             top - static_cast<float>(row) * (cell.height + layout.rowGap) -
+                                 cell.height);
         Rect graphic;
-        graphic.width = layout.graphicWidth * s;
-        graphic.height = layout.graphicHeight * s;
         LegendText name{texts[i], SbVec2f(), static_cast<Position>(m_attr.valuePosition)};
-        const float middleY = cellTop - 0.5f * layout.rowHeight * s;
-        const float gap = hasGraphic ? s_nameGap * s : 0.0f;
-        switch (m_attr.valuePosition) {
-        case POS_RIGHT:
-            graphic.origin.setValue(left, cellTop - graphic.height);
-            name.anchor.setValue(left + graphic.width + gap, middleY);
-            break;
-        case POS_LEFT:
-            graphic.origin.setValue(left + width - graphic.width, cellTop - graphic.height);
-            name.anchor.setValue(left + width - graphic.width - gap, middleY);
-            break;
-        case POS_TOP: {
-            const float nameBase = cellTop - s_capHeight * s;
-            name.anchor.setValue(left + 0.5f * width, nameBase);
-            graphic.origin.setValue(left + 0.5f * (width - graphic.width),
-                                    nameBase - s_graphicGap * s - graphic.height);
-            break;
-        }
-        default:
-            graphic.origin.setValue(left + 0.5f * (width - graphic.width),
-                                    cellTop - graphic.height);
-            name.anchor.setValue(left + 0.5f * width,
-                                 hasGraphic ? graphic.origin[1] - s_graphicGap * s : cellTop);
-            break;
-        }
+        placeEntry(layout, cell, graphic, name.anchor);
         graphics.push_back(graphic);
         names.push_back(name);
     }
+}
 
-    if (boxVisibility.getValue()) {
-        std::vector<LegendBox> boxes;
-        const float boxWidth = s_boxSide * m_attr.boxRatio * s;
-        for (int i = 0; i < count; ++i) {
-            const SbVec2f middle = graphics[i].middle();
-            LegendBox box;
-            box.min = middle - 0.5f * SbVec2f(boxWidth, s_boxSide * s);
-            box.max = middle + 0.5f * SbVec2f(boxWidth, s_boxSide * s);
-            box.colored = boxColor.getNum() > 0;
-            if (box.colored)
-                box.low = box.high = roundEntry(boxColor, i);
-            boxes.push_back(box);
-        }
-        drawBoxesLegendBoxesA(boxes);
+// The graphic and the anchor of the name within the entry's cell.
+void PoItemLegend::placeEntry(const ItemLayout& layout, const Rect& cell, Rect& graphic,
+                              SbVec2f& anchor) const {
+    const float s = layout.size;
+    graphic.width = layout.graphicWidth * s;
+    graphic.height = layout.graphicHeight * s;
+    const bool hasGraphic = layout.graphicWidth > 0.0f;
+    const float gap = hasGraphic ? s_nameGap * s : 0.0f;
+    const float left = cell.origin[0], top = cell.origin[1] + cell.height;
+    const float middle = left + 0.5f * cell.width;
+    switch (m_attr.valuePosition) {
+    case POS_RIGHT:
+        graphic.origin.setValue(left, top - graphic.height);
+        anchor.setValue(left + graphic.width + gap, cell.middle()[1]);
+        break;
+    case POS_LEFT:
+        graphic.origin.setValue(left + cell.width - graphic.width, top - graphic.height);
+        anchor.setValue(graphic.origin[0] - gap, cell.middle()[1]);
+        break;
+    case POS_TOP:
+        anchor.setValue(middle, top - s_capHeight * s);
+        graphic.origin.setValue(middle - 0.5f * graphic.width,
+                                anchor[1] - s_graphicGap * s - graphic.height);
+        break;
+    default:
+        graphic.origin.setValue(middle - 0.5f * graphic.width, top - graphic.height);
+        anchor.setValue(middle, hasGraphic ? graphic.origin[1] - s_graphicGap * s : top);
+        break;
     }
-    if (lineVisibility.getValue())
-        drawLines(graphics);
-    if (markerVisibility.getValue())
-        drawMarkers(graphics, s);
-    if (m_attr.valueVisibility == VISIBILITY_ON)
-        drawValuesLegendBoxesA(names, s);
+}
+
+// A box in the middle of each graphic, in the item's colour.
+void PoItemLegend::drawBoxes(const std::vector<Rect>& graphics, float size) {
+    std::vector<LegendBox> boxes;
+    const SbVec2f half = 0.5f * size * SbVec2f(s_boxSide * m_attr.boxRatio, s_boxSide);
+    for (int i = 0; i < static_cast<int>(graphics.size()); ++i) {
+        LegendBox box;
+        box.min = graphics[i].middle() - half;
+        box.max = graphics[i].middle() + half;
+        box.colored = boxColor.getNum() > 0;
+        if (box.colored)
+            box.low = box.high = roundEntry(boxColor, i);
+        boxes.push_back(box);
+    }
+    drawBoxesLegendBoxesA(boxes);
 }
 
 void PoItemLegend::drawLines(const std::vector<Rect>& graphics) {

@@ -145,8 +145,25 @@ void PoValueLegend::rebuild(void) {
 
     Bar bar;
     bar.mapping = m_mapping ? m_mapping : readElement<PoDataMappingElement>();
-    if (!bar.mapping)
+    if (!bar.mapping || !collectValues(bar))
         return;
+    layOut(bar, room);
+    if (!(bar.size > 0.0f))
+        return;
+    std::vector<LegendBox> boxes;
+    if (bar.levels)
+        addLevelBoxes(bar, boxes);
+    else
+        addShadedBar(bar, boxes);
+    addThresholdBoxes(bar, boxes);
+    std::vector<SbVec3f> ticks;
+    drawValues(bar, ticks);
+    drawBoxesLegendBoxesA(boxes, ticks);
+}
+
+// What the bar shows: its levels or its range with their graduations, and
+// the thresholds; false, after posting why, when there is nothing to show.
+bool PoValueLegend::collectValues(Bar& bar) {
     const auto* piecewise = dynamic_cast<const PbNonLinearDataMapping2*>(bar.mapping);
     bar.levels = piecewise && piecewise->getType() == PbNonLinearDataMapping2::NON_LINEAR_PER_LEVEL;
     if (bar.levels) {
@@ -168,7 +185,7 @@ void PoValueLegend::rebuild(void) {
         PoDebugError::postWarning(
             (SbString(getTypeId().getName().getString()) + "::rebuild").getString(),
             "the values shown run from %g to %g; no bar is drawn", bar.min, bar.max);
-        return;
+        return false;
     }
     int minEnabled = 0, maxEnabled = 0;
     bar.mapping->thresholdsEnabled(minEnabled, maxEnabled);
@@ -181,19 +198,7 @@ void PoValueLegend::rebuild(void) {
         bar.maxHasColor = true, bar.maxColor = *color;
     for (SbString& text : bar.texts)
         text = makeValueString(text);
-
-    layOut(bar, room);
-    if (!(bar.size > 0.0f))
-        return;
-    std::vector<LegendBox> boxes;
-    if (bar.levels)
-        addLevelBoxes(bar, boxes);
-    else
-        addShadedBar(bar, boxes);
-    addThresholdBoxes(bar, boxes);
-    std::vector<SbVec3f> ticks;
-    drawValues(bar, ticks);
-    drawBoxesLegendBoxesA(boxes, ticks);
+    return true;
 }
 
 // The font size and the bar's place: the largest size at which the bar and

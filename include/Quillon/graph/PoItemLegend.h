@@ -94,5 +94,11 @@ private:
               const SbColor* colors);
     // Row and column of the item.
     void gridPlace(int index, int count, int rows, int& row, int& column) const;
+    void placeEntries(const ItemLayout& layout, const Rect& room,
+                      const std::vector<SbString>& texts, std::vector<Rect>& graphics,
+                      std::vector<LegendText>& names) const;
+    void placeEntry(const ItemLayout& layout, const Rect& cell, Rect& graphic,
+                    SbVec2f& anchor) const;
+    void drawBoxes(const std::vector<Rect>& graphics, float size);
     bool textsBeside(void) const;
 };

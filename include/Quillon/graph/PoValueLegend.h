@@ -82,6 +82,7 @@ private:
     struct Bar;
 
     bool findRange(const PbDataMapping& mapping, float& min, float& max) const;
+    bool collectValues(Bar& bar);
     void layOut(Bar& bar, const Rect& room);
     void addLevelBoxes(const Bar& bar, std::vector<LegendBox>& boxes) const;
     void addShadedBar(const Bar& bar, std::vector<LegendBox>& boxes) const;

@@ -195,6 +195,10 @@ PbMesh& PbMesh::operator=(const PbMesh& other) {
 }
 
 PbMesh::~PbMesh() {
+    // What derives from the mesh is gone already: connected kits hear only of
+    // its end (from the base), not of a half-destroyed mesh losing its sets,
+    // which a kit that rebuilds at once would draw from.
+    enableConnection(0);
     removeAllValuesSet();
     removeAllStringsSet();
     removeAllVecsSet();
@@ -377,6 +381,11 @@ PbMesh::DataBinding PbMesh::getValuesBinding(int setIndex) const {
 PbMesh::DataBinding PbMesh::getVecsBinding(int setIndex) const {
     const SetRecord<SbVec3f>* set = findSet(m_sets->vecs, setIndex);
     return set ? set->m_binding : PER_NODE;
+}
+
+int PbMesh::getValuesSetSize(int setIndex) const {
+    const SetRecord<float>* set = findSet(m_sets->values, setIndex);
+    return set ? set->m_numValues : 0;
 }
 
 unsigned int PbMesh::getFltDataSetId(int setIndex) const {

@@ -15,6 +15,7 @@
 #include <Quillon/nodes/PoNode.h>
 #include <Quillon/nodes/PoSFMesh.h>
 
+#include "3Ddata/PiContouring.h"
 #include "graph/PoElementList.h"
 #include "graph/PoLibQuillonP.h"
 #include "nodes/PoFieldWatch.h"
@@ -114,6 +115,7 @@ void PoBase::finish(void) {
         return;
     if (--s_initCount == 0) {
         finishMarchingCaseTables();
+        PiContouring::freeHashTableIsoEdge();
         PoSFMesh::exitClasses();
         PoNode::exitClasses();
         PoElementList::exitClasses();
@@ -366,10 +368,14 @@ void PoBase::rebuildCache(SoCache** cache) {
 SoState* PoBase::dependOn(int stackIndex) {
     if (!m_stateValid || !m_state)
         return nullptr;
-    if (std::find(m_usedElements.begin(), m_usedElements.end(), stackIndex) == m_usedElements.end())
+    // An element first read by a rebuild that kept the cache (one that a
+    // field change caused) joins the cache as well.
+    const bool firstRead =
+        std::find(m_usedElements.begin(), m_usedElements.end(), stackIndex) == m_usedElements.end();
+    if (firstRead)
         m_usedElements.push_back(stackIndex);
     const SoElement* element = PoClassRegistration::readableElement(m_state, stackIndex);
-    if (element && !m_cacheValid && m_elementCache)
+    if (element && (!m_cacheValid || firstRead) && m_elementCache)
         m_elementCache->addElement(element);
     return m_state;
 }
@@ -594,14 +600,39 @@ std::vector<Polygon> indexedPolygons(const SoIndexedShape* shape) {
     return splitRuns(shape->coordIndex.getValues(0), shape->coordIndex.getNum());
 }
 
+// Whether a shape's material index names the material of each of its
+// parts (its default, a single -1, names none).
+bool namesMaterials(const SoMFInt32& materialIndex, size_t numParts) {
+    return materialIndex.getNum() >= static_cast<int>(numParts) &&
+           !(materialIndex.getNum() == 1 && materialIndex[0] < 0);
+}
+
+// A face set whose faces name their materials (per-face or per-part
+// indexed binding with a material index) takes each face's transparency
+// there.
+std::vector<Polygon> indexedFaces(const SoIndexedShape* shape, int binding) {
+    std::vector<Polygon> faces = indexedPolygons(shape);
+    const bool indexed = binding == SoMaterialBinding::PER_FACE_INDEXED ||
+                         binding == SoMaterialBinding::PER_PART_INDEXED;
+    if (indexed && namesMaterials(shape->materialIndex, faces.size()))
+        for (size_t f = 0; f < faces.size(); ++f)
+            faces[f].materialIndex = shape->materialIndex[static_cast<int>(f)];
+    return faces;
+}
+
 std::vector<Polygon> stripTriangles(const SoIndexedTriangleStripSet* strips, int binding) {
     std::vector<Polygon> triangles;
     const std::vector<Polygon> runs = indexedPolygons(strips);
+    // Strips bound per part, indexed, may name their materials.
+    const bool named = binding == SoMaterialBinding::PER_PART_INDEXED &&
+                       namesMaterials(strips->materialIndex, runs.size());
     for (size_t strip = 0; strip < runs.size(); ++strip) {
         const std::vector<int32_t>& v = runs[strip].vertices;
+        const int stripPart =
+            named ? strips->materialIndex[static_cast<int>(strip)] : static_cast<int>(strip);
         for (size_t i = 2; i < v.size(); ++i) {
             const bool even = i % 2 == 0;
-            const int part = static_cast<int>(isPerPart(binding) ? strip : triangles.size());
+            const int part = isPerPart(binding) ? stripPart : static_cast<int>(triangles.size());
             triangles.push_back({even ? std::vector<int32_t>{v[i - 2], v[i - 1], v[i]}
                                       : std::vector<int32_t>{v[i - 1], v[i - 2], v[i]},
                                  part});
@@ -670,9 +701,13 @@ Shape* rebuildWithoutTransparentParts(const std::vector<Polygon>& polygons, floa
     return shape;
 }
 
-bool nothingToDelete(SoMaterial* material, SoMaterialBinding* binding) {
-    return !material || !binding || binding->value.getValue() == SoMaterialBinding::OVERALL ||
-           material->transparency.getNum() == 0;
+// Nothing is deleted without transparencies at or above the threshold.
+bool nothingToDelete(SoMaterial* material, SoMaterialBinding* binding, float threshold) {
+    if (!material || !binding || binding->value.getValue() == SoMaterialBinding::OVERALL)
+        return true;
+    const float* transparencies = material->transparency.getValues(0);
+    return std::none_of(transparencies, transparencies + material->transparency.getNum(),
+                        [threshold](float transparency) { return transparency >= threshold; });
 }
 
 template <typename Shape>
@@ -690,7 +725,8 @@ template <typename Shape, typename Polygons>
 Shape* deleteFaces(const PbDataMapping* mapping, SoMaterial* material, SoMaterialBinding* binding,
                    const SoVertexShape* original, SoGroup* group, int index, size_t minimumRun,
                    Polygons polygonsOf) {
-    if (!mapping || !original || nothingToDelete(material, binding))
+    if (!mapping || !original ||
+        nothingToDelete(material, binding, mapping->getTransparencyValueDeletedParts()))
         return nullptr;
     Shape* shape = rebuildWithoutTransparentParts<Shape>(
         polygonsOf(), mapping->getTransparencyValueDeletedParts(), material, binding, minimumRun);
@@ -702,8 +738,9 @@ SoIndexedFaceSet* PoBase::deleteTransparencyParts(const PbDataMapping* mapping,
                                                   SoMaterial* material, SoMaterialBinding* binding,
                                                   SoIndexedFaceSet* shape, SoGroup* group,
                                                   int index) {
-    return deleteFaces<SoIndexedFaceSet>(mapping, material, binding, shape, group, index, 3,
-                                         [shape] { return indexedPolygons(shape); });
+    return deleteFaces<SoIndexedFaceSet>(
+        mapping, material, binding, shape, group, index, 3,
+        [shape, binding] { return indexedFaces(shape, binding->value.getValue()); });
 }
 
 SoIndexedFaceSet* PoBase::deleteTransparencyParts(const PbDataMapping* mapping,

@@ -112,9 +112,9 @@ protected:
     // draws the background and the title, and gives the room left for the
     // entries.  False when there is no legend to draw.
     bool drawFrame(const SbVec2f& corner1, const SbVec2f& corner2, Rect& room);
-    // The enumerated fields checked (an unknown value counts as its
-    // default, with a warning) and the sizes that are not numbers at their
-    // defaults, for the rebuild; the font names resolved.
+    // The fields the rebuild reads, checked: an unknown enumerated value
+    // counts as its default (with a warning), a boxRatio that is not above
+    // 0 as 1, and numColumns 0 as 1.
     virtual void setDefaultAttr(void);
     // The legend's rectangle from two opposite corners, in either order;
     // false, after posting why, when it has no area or a corner is not a

@@ -141,11 +141,14 @@ const PoCellFilter* PoMesh::getCellFilter(void) {
     return readElement<PoCellFilterElement>();
 }
 
-// A destroyed object is forgotten; any change asks for a rebuild.
+// A destroyed object is forgotten, before a kit that rebuilds at once
+// rebuilds; any change asks for a rebuild.
 template <typename T> void PoMesh::manageObjectChange(T*& member, PbBase* object) {
     if (!object || object != member)
         return;
     PbBase* held = member;
+    if (object->getChangeType() == PbBase::DESTROYED)
+        member = nullptr;
     manageBasicObjectChange(object, &held);
     if (!held)
         member = nullptr;

@@ -185,8 +185,14 @@ TEST_F(PoValueLegendTest, TheMappingComesFromTheKitOrTheState) {
     legend->setDataMapping(own);
     traverse();
     EXPECT_EQ(values(legend).back(), "4.0");
+    // A kit that rebuilds at once does so without the mapping being
+    // destroyed (and outside a traversal, without the state's).
+    legend->setUpdateMethod(PoBase::UPDATE_IMMEDIATELY);
     delete own;
     EXPECT_EQ(legend->getDataMapping(), nullptr);
+    EXPECT_EQ(legend->getPart("valueText", FALSE), nullptr);
+    legend->setUpdateMethod(PoBase::UPDATE_AT_TRAVERSAL);
+    legend->touchKit();
     traverse();
     EXPECT_EQ(values(legend).back(), "40");
 }

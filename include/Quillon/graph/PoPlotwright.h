@@ -1,5 +1,6 @@
 #pragma once
 #include <Quillon/QuillonApi.h>
+#include <Quillon/graph/PbBase.h>
 #include <Quillon/graph/PoBase.h>
 
 #include <Inventor/fields/SoSFEnum.h>
@@ -68,11 +69,14 @@ protected:
         touchKit();
     }
     // For basicObjectChange: when object is the one member holds, reacts to
-    // its change (a destroyed object is forgotten) and returns true.
+    // its change (a destroyed object is forgotten, before a kit that
+    // rebuilds at once rebuilds) and returns true.
     template <class Object> bool manageConnectedObject(PbBase* object, Object*& member) {
         if (!object || object != member)
             return false;
         PbBase* held = member;
+        if (object->getChangeType() == PbBase::DESTROYED)
+            member = nullptr;
         manageBasicObjectChange(object, &held);
         member = static_cast<Object*>(held);
         return true;

@@ -38,12 +38,6 @@ const char* const s_separatorParts[] = {"transform",       "bodySep",         "a
                                         "titleSep",        "subGradTickSep",  "subGradGridSep",
                                         "mainGradTickSep", "mainGradGridSep", "mainGradTextSep"};
 
-// A relative size; one that is not a number asks for the default.
-float relativeSize(const SoSFFloat& field) {
-    const float value = field.getValue();
-    return std::isfinite(value) ? value : 0.0f;
-}
-
 bool isOn(int visibility) {
     return visibility == PoAxis::VISIBILITY_ON;
 }

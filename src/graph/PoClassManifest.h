@@ -22,7 +22,12 @@
     X(PoLegend)                                                                                    \
     X(PoItemLegend)                                                                                \
     X(PoValueLegend)                                                                               \
-    X(PoLinearValueLegend)
+    X(PoLinearValueLegend)                                                                         \
+    X(PoHistogram)                                                                                 \
+    X(PoSingleHistogram)                                                                           \
+    X(PoMultipleHistogram)                                                                         \
+    X(PoPieChart)                                                                                  \
+    X(PoPieChart2D)
 
 // Mesh representation node kits.  Unregistration does not simply reverse
 // their registration: it goes through the exit groups in the order of

@@ -1,18 +1,34 @@
-// generate-meshes: writes the mesh example scenes, one mesh of each family
-// with value sets, through the library's own scene-file writer.
+// generate-meshes: writes the example scenes made of meshes through the
+// library's own scene-file writer: one mesh of each family with value sets,
+// and the contour line scenes.
 //
 //   generate-meshes OUTPUT_DIRECTORY
 
+#include <Quillon/3Ddata/PoMeshContouring.h>
+#include <Quillon/3Ddata/PoMeshFilled.h>
 #include <Quillon/PoQuillon.h>
 #include <Quillon/nodes/PoCartesianGrid2D.h>
 #include <Quillon/nodes/PoIndexedMesh2D.h>
 #include <Quillon/nodes/PoIrregularMesh1D.h>
+#include <Quillon/nodes/PoIsovaluesList.h>
+#include <Quillon/nodes/PoMiscTextAttr.h>
+#include <Quillon/nodes/PoNonLinearDataMapping2.h>
 #include <Quillon/nodes/PoParalCartesianGrid3D.h>
+#include <Quillon/nodes/PoPolarGrid2D.h>
+#include <Quillon/nodes/PoRegularCartesianGrid2D.h>
 #include <Quillon/nodes/PoTetrahedronMesh3D.h>
+#include <Quillon/nodes/PoTriangleMesh2D.h>
 
 #include <Inventor/SoOutput.h>
 #include <Inventor/actions/SoWriteAction.h>
+#include <Inventor/nodes/SoBaseColor.h>
+#include <Inventor/nodes/SoCoordinate3.h>
+#include <Inventor/nodes/SoDrawStyle.h>
 #include <Inventor/nodes/SoInfo.h>
+#include <Inventor/nodes/SoLightModel.h>
+#include <Inventor/nodes/SoLineSet.h>
+#include <Inventor/nodes/SoOrthographicCamera.h>
+#include <Inventor/nodes/SoPolygonOffset.h>
 #include <Inventor/nodes/SoSeparator.h>
 
 #include <cmath>
@@ -141,6 +157,211 @@ SoNode* lineMesh() {
     return line;
 }
 
+// ---------------------------------------------------- contour line scenes
+//
+// Scenes of the contour lines kit over meshes of three kinds, each framed
+// by an orthographic camera.
+
+SoSeparator* contourScene(const SbVec3f& centre, float height) {
+    auto* scene = new SoSeparator;
+    auto* camera = new SoOrthographicCamera;
+    camera->position = centre + SbVec3f(0.0f, 0.0f, 10.0f);
+    camera->nearDistance = 5.0f;
+    camera->farDistance = 15.0f;
+    camera->height = height;
+    scene->addChild(camera);
+    auto* font = new PoMiscTextAttr;
+    font->fontName = "DejaVu Sans";
+    scene->addChild(font);
+    return scene;
+}
+
+SoNode* isovalues(float first, float step, int count) {
+    auto* list = new PoIsovaluesList;
+    for (int k = 0; k < count; ++k)
+        list->isovaluesList.set1Value(k, first + step * k);
+    return list;
+}
+
+// Colours evenly spread over [min, max], interpolated between them.
+SoNode* colorRamp(float min, float max, const std::vector<SbColor>& colors) {
+    auto* mapping = new PoNonLinearDataMapping2;
+    mapping->type = PoNonLinearDataMapping2::LINEAR_PER_LEVEL;
+    for (size_t k = 0; k < colors.size(); ++k) {
+        const float t = static_cast<float>(k) / static_cast<float>(colors.size() - 1);
+        mapping->value.set1Value(static_cast<int>(k), min + (max - min) * t);
+        mapping->color.set1Value(static_cast<int>(k), colors[k]);
+        mapping->transparency.set1Value(static_cast<int>(k), 0.0f);
+    }
+    return mapping;
+}
+
+void setLineLook(PoMeshContouring* kit, const char* app, const char* color, float width) {
+    kit->set((std::string(app) + ".material").c_str(),
+             (std::string("diffuseColor ") + color).c_str());
+    kit->set((std::string(app) + ".drawStyle").c_str(),
+             (std::string("lineWidth ") + std::to_string(width)).c_str());
+}
+
+// Hills and a hollow over a regular grid: filled colour bands, and above
+// them major lines every 20 m, thicker than the minor ones, labelled in
+// gaps of their own.
+SoNode* labelledContourMap() {
+    const int numX = 121, numY = 91;
+    auto* grid = new PoRegularCartesianGrid2D;
+    grid->setGeometry(numX, numY, 0.0f, 0.0f, 12.0f, 9.0f);
+    std::vector<float> height;
+    for (int i = 0; i < numX; ++i)
+        for (int j = 0; j < numY; ++j) {
+            const float x = 0.1f * i, y = 0.1f * j;
+            const auto hill = [&](float cx, float cy, float spread, float top) {
+                return top * std::exp(-((x - cx) * (x - cx) + (y - cy) * (y - cy)) / spread);
+            };
+            height.push_back(hill(3.5f, 5.5f, 5.0f, 60.0f) + hill(8.5f, 3.0f, 3.0f, 45.0f) -
+                             hill(8.0f, 7.5f, 2.0f, 25.0f) + 4.0f * x);
+        }
+    grid->mesh.addValuesSet(0, height.data(), "height");
+
+    SoSeparator* scene = contourScene(SbVec3f(6.0f, 4.5f, 0.0f), 9.6f);
+    scene->addChild(grid);
+    scene->addChild(isovalues(-10.0f, 5.0f, 23));
+    scene->addChild(colorRamp(-15.0f, 100.0f,
+                              {SbColor(0.16f, 0.38f, 0.62f), SbColor(0.45f, 0.70f, 0.45f),
+                               SbColor(0.93f, 0.87f, 0.55f), SbColor(0.72f, 0.52f, 0.34f),
+                               SbColor(0.96f, 0.95f, 0.93f)}));
+    auto* filledSide = new SoSeparator;
+    auto* offset = new SoPolygonOffset;
+    filledSide->addChild(offset);
+    auto* filled = new PoMeshFilled;
+    filled->valuesIndex = 0;
+    filled->coloringType = PoMesh::COLOR_CONTOURING;
+    filled->setPart("appearance.lightModel", new SoLightModel);
+    filled->set("appearance.lightModel", "model BASE_COLOR");
+    filledSide->addChild(filled);
+    scene->addChild(filledSide);
+    auto* lines = new PoMeshContouring;
+    lines->valuesIndex = 0;
+    lines->firstMajor = 2;
+    lines->majorPeriod = 4;
+    lines->annotIsVisible = TRUE;
+    lines->annotIsContourClip = TRUE;
+    lines->annotGap = 0.6f;
+    lines->annotFontSize = 0.03f;
+    setLineLook(lines, "majorContourLineApp", "0.15 0.1 0.05", 2.5f);
+    setLineLook(lines, "minorContourLineApp", "0.3 0.25 0.2", 1.0f);
+    lines->set("annotTextApp.material", "diffuseColor 0.1 0.07 0.03");
+    scene->addChild(lines);
+    return scene;
+}
+
+// A polar grid of waves whose lines take the colours of the data mapping,
+// labelled on white boxes with a border, horizontally.
+SoNode* polarLabels() {
+    const int numR = 40, numT = 121;
+    std::vector<float> r, t, values;
+    for (int i = 0; i < numR; ++i)
+        r.push_back(0.25f + 0.1f * i);
+    for (int j = 0; j < numT; ++j)
+        t.push_back(2.0f * kPi * j / (numT - 1));
+    for (float ri : r)
+        for (float tj : t)
+            values.push_back(std::sin(1.6f * ri) + 0.35f * ri * std::cos(3.0f * tj));
+    auto* grid = new PoPolarGrid2D;
+    grid->setGeometry(numR, numT, r.data(), t.data());
+    grid->mesh.addValuesSet(0, values.data(), "wave");
+
+    SoSeparator* scene = contourScene(SbVec3f(0.0f, 0.0f, 0.0f), 9.2f);
+    scene->addChild(grid);
+    scene->addChild(isovalues(-2.0f, 0.25f, 17));
+    scene->addChild(colorRamp(-2.0f, 2.0f,
+                              {SbColor(0.3f, 0.5f, 1.0f), SbColor(0.6f, 0.9f, 0.9f),
+                               SbColor(1.0f, 0.9f, 0.4f), SbColor(1.0f, 0.45f, 0.3f)}));
+    auto* lines = new PoMeshContouring;
+    lines->valuesIndex = 0;
+    lines->coloringType = PoMesh::COLOR_MAPPING;
+    lines->firstMajor = 0;
+    lines->majorPeriod = 2;
+    lines->annotIsVisible = TRUE;
+    lines->annotPath = PoMeshContouring::HORIZONTAL_PATH;
+    lines->annotIsBackground = TRUE;
+    lines->annotGap = 0.35f;
+    lines->annotFontSize = 0.028f;
+    setLineLook(lines, "majorContourLineApp", "1 1 1", 2.0f);
+    setLineLook(lines, "minorContourLineApp", "1 1 1", 1.0f);
+    lines->set("annotBackgroundApp.material", "diffuseColor 0.97 0.97 0.94");
+    lines->set("annotBackgroundBorderApp.material", "diffuseColor 0.25 0.25 0.3");
+    lines->set("annotTextApp.material", "diffuseColor 0.1 0.1 0.15");
+    scene->addChild(lines);
+    return scene;
+}
+
+// Scattered stations joined into triangles: lines that no label may
+// cross, and labels only inside a clipping polygon, drawn as a dashed
+// outline.
+SoNode* triangleMeshClipping() {
+    const int side = 26;
+    std::vector<float> x, y, values;
+    for (int i = 0; i < side; ++i)
+        for (int j = 0; j < side; ++j) {
+            // A fixed jitter keeps the stations irregular and the scene
+            // the same from one run to the next.
+            const float jx = 0.3f * std::sin(12.9898f * i + 78.233f * j);
+            const float jy = 0.3f * std::cos(39.3468f * i + 11.135f * j);
+            const bool border = i == 0 || j == 0 || i == side - 1 || j == side - 1;
+            x.push_back(0.4f * i + (border ? 0.0f : 0.4f * jx));
+            y.push_back(0.4f * j + (border ? 0.0f : 0.4f * jy));
+            values.push_back(10.0f * std::sin(0.6f * x.back()) * std::cos(0.5f * y.back()) +
+                             2.0f * y.back());
+        }
+    std::vector<int> triangles;
+    for (int i = 0; i + 1 < side; ++i)
+        for (int j = 0; j + 1 < side; ++j) {
+            const int n = i * side + j;
+            triangles.insert(triangles.end(), {n, n + side, n + side + 1, n, n + side + 1, n + 1});
+        }
+    auto* mesh = new PoTriangleMesh2D;
+    mesh->setGeometry(side * side, x.data(), y.data(), static_cast<int>(triangles.size() / 3),
+                      triangles.data());
+    mesh->mesh.addValuesSet(0, values.data(), "field");
+
+    SoSeparator* scene = contourScene(SbVec3f(5.0f, 5.0f, 0.0f), 10.6f);
+    scene->addChild(mesh);
+    scene->addChild(isovalues(-10.0f, 2.0f, 21));
+    const std::vector<SbVec2f> polygon{SbVec2f(1.0f, 1.5f), SbVec2f(8.5f, 0.8f),
+                                       SbVec2f(9.2f, 6.0f), SbVec2f(5.0f, 4.2f),
+                                       SbVec2f(2.0f, 9.0f)};
+    auto* outline = new SoSeparator;
+    auto* style = new SoDrawStyle;
+    style->linePattern = 0xF0F0;
+    style->lineWidth = 1.5f;
+    outline->addChild(style);
+    auto* color = new SoBaseColor;
+    color->rgb.setValue(0.9f, 0.6f, 0.2f);
+    outline->addChild(color);
+    auto* corners = new SoCoordinate3;
+    for (size_t k = 0; k <= polygon.size(); ++k) {
+        const SbVec2f& p = polygon[k % polygon.size()];
+        corners->point.set1Value(static_cast<int>(k), p[0], p[1], 0.0f);
+    }
+    outline->addChild(corners);
+    outline->addChild(new SoLineSet);
+    scene->addChild(outline);
+    auto* lines = new PoMeshContouring;
+    lines->valuesIndex = 0;
+    lines->firstMajor = 0;
+    lines->majorPeriod = 2;
+    lines->annotIsVisible = TRUE;
+    lines->annotCrossStatus = PoMeshContouring::DONT_CROSS_CONTOUR;
+    lines->annotGap = 0.3f;
+    lines->annotFontSize = 0.03f;
+    lines->annotClippingPolygon.setValues(0, static_cast<int>(polygon.size()), polygon.data());
+    setLineLook(lines, "majorContourLineApp", "0.55 0.85 1", 2.0f);
+    setLineLook(lines, "minorContourLineApp", "0.35 0.5 0.6", 1.0f);
+    lines->set("annotTextApp.material", "diffuseColor 1 1 1");
+    scene->addChild(lines);
+    return scene;
+}
+
 bool writeScene(const std::string& path, const char* description, SoNode* mesh) {
     auto* root = new SoSeparator;
     root->ref();
@@ -181,7 +402,17 @@ int main(int argc, char** argv) {
                    volumeGrid()) &&
         writeScene(directory + "mesh-volume-unstructured.iv",
                    "A tetrahedron mesh with pressures and volume fractions", volumeMesh()) &&
-        writeScene(directory + "mesh-line.iv", "A line mesh with two curves", lineMesh());
+        writeScene(directory + "mesh-line.iv", "A line mesh with two curves", lineMesh()) &&
+        writeScene(directory + "contouring-labelled-map.iv",
+                   "Contour lines with labels in gaps of their own over filled colour bands",
+                   labelledContourMap()) &&
+        writeScene(directory + "contouring-polar-labels.iv",
+                   "Contour lines of a polar grid with labels on background boxes",
+                   polarLabels()) &&
+        writeScene(directory + "contouring-triangle-clipping.iv",
+                   "Contour lines of a triangle mesh that no label crosses, labels inside a "
+                   "clipping polygon",
+                   triangleMeshClipping());
     PoQuillon::finish();
     return written ? 0 : 1;
 }

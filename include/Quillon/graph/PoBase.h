@@ -226,6 +226,23 @@ protected:
 
     void setDomainTransform(const PbDomain* domain);
     void changeConnection(PbBase* oldObject, PbBase* newObject);
+    // Moves the kit's connection from the object that member holds to
+    // object, stores it and asks for a rebuild.
+    template <class Object> void connectObject(Object*& member, Object* object) {
+        changeConnection(member, object);
+        member = object;
+        touchKit();
+    }
+    // For basicObjectChange: when object is the one member holds, reacts to
+    // its change (a destroyed object is forgotten) and returns true.
+    template <class Object> bool manageConnectedObject(PbBase* object, Object*& member) {
+        if (!object || object != member)
+            return false;
+        PbBase* held = member;
+        manageBasicObjectChange(object, &held);
+        member = static_cast<Object*>(held);
+        return true;
+    }
     void rebuildCache(SoCache** cache);
 
     void setLightModel(SoLightModel::Model model);

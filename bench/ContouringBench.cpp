@@ -3,9 +3,14 @@
 // evenly strictly inside [min, max].  bench/contourpy_compare.py times the
 // same work with contourpy and prints the two side by side.
 #include <Quillon/3Ddata/PbRegularCartesianGrid2D.h>
+#include <Quillon/3Ddata/PoMeshContouring.h>
+#include <Quillon/PoQuillon.h>
 #include <Quillon/graph/PbIsovaluesList.h>
 
 #include "3Ddata/PiContouring.h"
+
+#include <Inventor/actions/SoCallbackAction.h>
+#include <Inventor/nodes/SoSeparator.h>
 
 #include <benchmark/benchmark.h>
 
@@ -61,5 +66,36 @@ void BM_Isolines2048(benchmark::State& state) {
     state.counters["lines"] = numLines;
 }
 BENCHMARK(BM_Isolines2048)->Unit(benchmark::kMillisecond);
+
+// The whole rebuild of the contour lines kit on the same field, labels
+// visible and crossing no line: contouring, placing the labels, cutting
+// the lines and filling the parts.
+void BM_ContourLabels2048(benchmark::State& state) {
+    PoQuillon::init();
+    const Field& f = field();
+    PbRegularCartesianGrid2D grid(f.grid);
+    grid.addValuesSet(0, f.values.data(), "f");
+    auto* root = new SoSeparator;
+    root->ref();
+    auto* kit = new PoMeshContouring;
+    kit->setMesh(&grid);
+    kit->setIsovaluesList(const_cast<PbIsovaluesList*>(&f.isovalues));
+    kit->valuesIndex = 0;
+    kit->annotIsVisible = TRUE;
+    kit->annotCrossStatus = PoMeshContouring::DONT_CROSS_CONTOUR;
+    // Texts small enough to fit between lines that crowd this much, often.
+    kit->annotFontSize = 0.01f;
+    kit->annotGap = 0.1f;
+    root->addChild(kit);
+    SoCallbackAction traversal;
+    for (auto _ : state) {
+        kit->touchKit();
+        traversal.apply(root);
+    }
+    state.counters["labels"] = kit->getNumAnnotations();
+    root->unref();
+    PoQuillon::finish();
+}
+BENCHMARK(BM_ContourLabels2048)->Unit(benchmark::kMillisecond);
 
 } // namespace

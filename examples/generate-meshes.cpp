@@ -295,9 +295,9 @@ SoNode* polarLabels() {
     return scene;
 }
 
-// Scattered stations joined into triangles: lines that no label may
-// cross, and labels only inside a clipping polygon, drawn as a dashed
-// outline.
+// Scattered stations joined into triangles, drawn as a faint wireframe:
+// lines that no label may cross, and labels only inside a clipping
+// polygon, drawn as a dashed outline.
 SoNode* triangleMeshClipping() {
     const int side = 26;
     std::vector<float> x, y, values;
@@ -327,6 +327,18 @@ SoNode* triangleMeshClipping() {
     SoSeparator* scene = contourScene(SbVec3f(5.0f, 5.0f, 0.0f), 10.6f);
     scene->addChild(mesh);
     scene->addChild(isovalues(-10.0f, 2.0f, 21));
+    auto* wireframe = new SoSeparator;
+    auto* edges = new SoDrawStyle;
+    edges->style = SoDrawStyle::LINES;
+    wireframe->addChild(edges);
+    auto* dim = new SoBaseColor;
+    dim->rgb.setValue(0.16f, 0.16f, 0.19f);
+    wireframe->addChild(dim);
+    auto* unlit = new SoLightModel;
+    unlit->model = SoLightModel::BASE_COLOR;
+    wireframe->addChild(unlit);
+    wireframe->addChild(new PoMeshFilled);
+    scene->addChild(wireframe);
     const std::vector<SbVec2f> polygon{SbVec2f(1.0f, 1.5f), SbVec2f(8.5f, 0.8f),
                                        SbVec2f(9.2f, 6.0f), SbVec2f(5.0f, 4.2f),
                                        SbVec2f(2.0f, 9.0f)};
@@ -356,7 +368,7 @@ SoNode* triangleMeshClipping() {
     lines->annotFontSize = 0.03f;
     lines->annotClippingPolygon.setValues(0, static_cast<int>(polygon.size()), polygon.data());
     setLineLook(lines, "majorContourLineApp", "0.55 0.85 1", 2.0f);
-    setLineLook(lines, "minorContourLineApp", "0.35 0.5 0.6", 1.0f);
+    setLineLook(lines, "minorContourLineApp", "0.4 0.62 0.75", 1.0f);
     lines->set("annotTextApp.material", "diffuseColor 1 1 1");
     scene->addChild(lines);
     return scene;

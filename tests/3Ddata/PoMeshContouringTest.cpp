@@ -15,10 +15,19 @@
 
 #include <Inventor/SbBox3f.h>
 #include <Inventor/SbViewportRegion.h>
+#include <Inventor/SoInput.h>
+#include <Inventor/SoOutput.h>
 #include <Inventor/actions/SoGetBoundingBoxAction.h>
+#include <Inventor/actions/SoWriteAction.h>
+#include <Inventor/nodekits/SoNodekitCatalog.h>
 #include <Inventor/nodes/SoMaterial.h>
 
+#include <Inventor/SoDB.h>
+#include <Inventor/nodes/SoLightModel.h>
+
+#include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <set>
 #include <string>
 #include <vector>
@@ -102,6 +111,89 @@ std::vector<float> halves(int count) {
 
 } // namespace
 
+TEST_F(PoMeshContouringTest, FieldsAndPartsComeInTheirOrderWithTheirDefaults) {
+    PoMeshContouring* kit = addKit();
+    SoFieldList fields;
+    kit->getFields(fields);
+    std::vector<std::string> own;
+    for (int i = 0; i < fields.getLength(); ++i) {
+        SbName name;
+        kit->getFieldName(fields[i], name);
+        own.emplace_back(name.getString());
+    }
+    const std::vector<std::string> expected{
+        "majorPeriod",          "firstMajor",        "annotIsVisible",     "annotPath",
+        "annotCrossStatus",     "annotIsBackground", "annotIsContourClip", "annotGap",
+        "annotClippingPolygon", "annotFontSize",     "annotFontFactor"};
+    const auto first = std::find(own.begin(), own.end(), "majorPeriod");
+    ASSERT_NE(first, own.end());
+    EXPECT_EQ(std::vector<std::string>(first, first + expected.size()), expected);
+    EXPECT_EQ(kit->majorPeriod.getValue(), 3);
+    EXPECT_EQ(kit->firstMajor.getValue(), 1);
+    EXPECT_EQ(kit->annotPath.getValue(), PoMeshContouring::TANGENTIAL_PATH);
+    EXPECT_EQ(kit->annotCrossStatus.getValue(), PoMeshContouring::CROSS_CONTOUR);
+    EXPECT_EQ(kit->annotGap.getValue(), 1.0f);
+    EXPECT_EQ(kit->annotClippingPolygon.getNum(), 1);
+    EXPECT_EQ(kit->annotFontSize.getValue(), 0.0f);
+    EXPECT_EQ(kit->annotFontFactor.getValue(), 1.0f);
+
+    const SoNodekitCatalog* catalog = kit->getNodekitCatalog();
+    const int transform = catalog->getPartNumber("transform");
+    EXPECT_STREQ(catalog->getType(transform).getName().getString(), "MatrixTransform");
+    EXPECT_TRUE(catalog->isPublic(transform));
+    for (const char* part : {"majorContourLine", "minorContourLine", "annotBackground",
+                             "annotBackgroundBorder", "annotText"}) {
+        const std::string sep = std::string(part) + "Sep", app = std::string(part) + "App";
+        for (const auto& entry :
+             {std::make_pair(sep, "Separator"), std::make_pair(app, "AppearanceKit"),
+              std::make_pair(std::string(part), "Group")}) {
+            const int number = catalog->getPartNumber(SbName(entry.first.c_str()));
+            ASSERT_GE(number, 0) << entry.first;
+            EXPECT_STREQ(catalog->getType(number).getName().getString(), entry.second);
+            EXPECT_EQ(catalog->isPublic(number), entry.first != sep) << entry.first;
+            EXPECT_STREQ(catalog->getParentName(number).getString(),
+                         entry.first == sep ? "alternateRep" : sep.c_str());
+        }
+    }
+    // Texts and label boxes are not lit.
+    for (const char* light : {"annotTextApp.lightModel", "annotBackgroundApp.lightModel"}) {
+        auto* model = static_cast<SoLightModel*>(kit->getPart(light, FALSE));
+        ASSERT_NE(model, nullptr) << light;
+        EXPECT_EQ(model->model.getValue(), SoLightModel::BASE_COLOR);
+    }
+}
+
+TEST_F(PoMeshContouringTest, WrittenKitKeepsItsFieldsAndLooksButNotWhatItBuilt) {
+    setRamp(halves(4));
+    addKit();
+    m_kit->annotIsVisible = TRUE;
+    m_kit->annotGap = 0.25f;
+    m_kit->set("majorContourLineApp.material", "diffuseColor 1 0 0");
+    traverse();
+    ASSERT_NE(m_kit->getPart("majorContourLine", FALSE), nullptr);
+    SoOutput output;
+    output.setBuffer(malloc(1), 1, realloc);
+    SoWriteAction(&output).apply(m_kit);
+    void* buffer;
+    size_t size;
+    output.getBuffer(buffer, size);
+    const std::string written(static_cast<char*>(buffer), size);
+    free(buffer);
+    EXPECT_NE(written.find("annotGap 0.25"), std::string::npos);
+    EXPECT_NE(written.find("diffuseColor 1 0 0"), std::string::npos);
+    for (const char* built : {"LineSet", "Text3", "Coordinate3"})
+        EXPECT_EQ(written.find(built), std::string::npos) << built;
+    SoInput input;
+    input.setBuffer(written.c_str(), written.size());
+    SoNode* read = nullptr;
+    ASSERT_TRUE(SoDB::read(&input, read));
+    read->ref();
+    auto* copy = static_cast<PoMeshContouring*>(read);
+    EXPECT_EQ(copy->annotGap.getValue(), 0.25f);
+    EXPECT_TRUE(copy->annotIsVisible.getValue());
+    read->unref();
+}
+
 TEST_F(PoMeshContouringTest, MajorLinesFollowThePeriodFromTheFirstMajorBothWays) {
     setRamp(halves(10));
     addKit();
@@ -161,6 +253,9 @@ TEST_F(PoMeshContouringTest, TextHeightIsAShareOfTheLargerSideOrOfTheDrawnDomain
             widthPerHeight = width / height;
         EXPECT_NEAR(width / height, widthPerHeight, 0.03f);
     }
+    // A new kind of transformation changes the drawing: the labels follow.
+    domain.setTransformType(PbDomain::TRANSFORM_01);
+    EXPECT_TRUE(m_kit->isModified());
 }
 
 TEST_F(PoMeshContouringTest, LabelsNeverOverlapOnADenseMap) {

@@ -196,6 +196,18 @@ SoNode* colorRamp(float min, float max, const std::vector<SbColor>& colors) {
     return mapping;
 }
 
+// The lines of value set 0, the major ones labelled.
+PoMeshContouring* labelledLines(int firstMajor, int majorPeriod, float gap, float fontSize) {
+    auto* lines = new PoMeshContouring;
+    lines->valuesIndex = 0;
+    lines->firstMajor = firstMajor;
+    lines->majorPeriod = majorPeriod;
+    lines->annotIsVisible = TRUE;
+    lines->annotGap = gap;
+    lines->annotFontSize = fontSize;
+    return lines;
+}
+
 void setLineLook(PoMeshContouring* kit, const char* app, const char* color, float width) {
     kit->set((std::string(app) + ".material").c_str(),
              (std::string("diffuseColor ") + color).c_str());
@@ -239,14 +251,8 @@ SoNode* labelledContourMap() {
     filled->set("appearance.lightModel", "model BASE_COLOR");
     filledSide->addChild(filled);
     scene->addChild(filledSide);
-    auto* lines = new PoMeshContouring;
-    lines->valuesIndex = 0;
-    lines->firstMajor = 2;
-    lines->majorPeriod = 4;
-    lines->annotIsVisible = TRUE;
+    PoMeshContouring* lines = labelledLines(2, 4, 0.6f, 0.03f);
     lines->annotIsContourClip = TRUE;
-    lines->annotGap = 0.6f;
-    lines->annotFontSize = 0.03f;
     setLineLook(lines, "majorContourLineApp", "0.15 0.1 0.05", 2.5f);
     setLineLook(lines, "minorContourLineApp", "0.3 0.25 0.2", 1.0f);
     lines->set("annotTextApp.material", "diffuseColor 0.1 0.07 0.03");
@@ -276,16 +282,10 @@ SoNode* polarLabels() {
     scene->addChild(colorRamp(-2.0f, 2.0f,
                               {SbColor(0.3f, 0.5f, 1.0f), SbColor(0.6f, 0.9f, 0.9f),
                                SbColor(1.0f, 0.9f, 0.4f), SbColor(1.0f, 0.45f, 0.3f)}));
-    auto* lines = new PoMeshContouring;
-    lines->valuesIndex = 0;
+    PoMeshContouring* lines = labelledLines(0, 2, 0.35f, 0.028f);
     lines->coloringType = PoMesh::COLOR_MAPPING;
-    lines->firstMajor = 0;
-    lines->majorPeriod = 2;
-    lines->annotIsVisible = TRUE;
     lines->annotPath = PoMeshContouring::HORIZONTAL_PATH;
     lines->annotIsBackground = TRUE;
-    lines->annotGap = 0.35f;
-    lines->annotFontSize = 0.028f;
     setLineLook(lines, "majorContourLineApp", "1 1 1", 2.0f);
     setLineLook(lines, "minorContourLineApp", "1 1 1", 1.0f);
     lines->set("annotBackgroundApp.material", "diffuseColor 0.97 0.97 0.94");
@@ -358,14 +358,8 @@ SoNode* triangleMeshClipping() {
     outline->addChild(corners);
     outline->addChild(new SoLineSet);
     scene->addChild(outline);
-    auto* lines = new PoMeshContouring;
-    lines->valuesIndex = 0;
-    lines->firstMajor = 0;
-    lines->majorPeriod = 2;
-    lines->annotIsVisible = TRUE;
+    PoMeshContouring* lines = labelledLines(0, 2, 0.3f, 0.03f);
     lines->annotCrossStatus = PoMeshContouring::DONT_CROSS_CONTOUR;
-    lines->annotGap = 0.3f;
-    lines->annotFontSize = 0.03f;
     lines->annotClippingPolygon.setValues(0, static_cast<int>(polygon.size()), polygon.data());
     setLineLook(lines, "majorContourLineApp", "0.55 0.85 1", 2.0f);
     setLineLook(lines, "minorContourLineApp", "0.4 0.62 0.75", 1.0f);

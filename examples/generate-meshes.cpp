@@ -1,9 +1,10 @@
-// generate-meshes: writes the example scenes made of meshes through the
-// library's own scene-file writer: one mesh of each family with value sets,
-// and the contour line scenes.
+// generate-meshes: writes the mesh example scenes, one mesh of each family
+// with value sets, the scenes of meshes drawn as coloured surfaces and those
+// of their contour lines, through the library's own scene-file writer.
 //
 //   generate-meshes OUTPUT_DIRECTORY
 
+#include <Quillon/3Ddata/PbTriangleMesh2D.h>
 #include <Quillon/3Ddata/PoMeshContouring.h>
 #include <Quillon/3Ddata/PoMeshFilled.h>
 #include <Quillon/PoQuillon.h>
@@ -11,6 +12,7 @@
 #include <Quillon/nodes/PoIndexedMesh2D.h>
 #include <Quillon/nodes/PoIrregularMesh1D.h>
 #include <Quillon/nodes/PoIsovaluesList.h>
+#include <Quillon/nodes/PoLinearDataMapping.h>
 #include <Quillon/nodes/PoMiscTextAttr.h>
 #include <Quillon/nodes/PoNonLinearDataMapping2.h>
 #include <Quillon/nodes/PoParalCartesianGrid3D.h>
@@ -23,16 +25,20 @@
 #include <Inventor/actions/SoWriteAction.h>
 #include <Inventor/nodes/SoBaseColor.h>
 #include <Inventor/nodes/SoCoordinate3.h>
+#include <Inventor/nodes/SoDirectionalLight.h>
 #include <Inventor/nodes/SoDrawStyle.h>
 #include <Inventor/nodes/SoInfo.h>
 #include <Inventor/nodes/SoLightModel.h>
 #include <Inventor/nodes/SoLineSet.h>
 #include <Inventor/nodes/SoOrthographicCamera.h>
+#include <Inventor/nodes/SoPerspectiveCamera.h>
 #include <Inventor/nodes/SoPolygonOffset.h>
 #include <Inventor/nodes/SoSeparator.h>
 
 #include <cmath>
 #include <cstdio>
+#include <memory>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -157,6 +163,179 @@ SoNode* lineMesh() {
     return line;
 }
 
+// ------------------------------------------------- coloured surfaces
+
+// A piecewise-linear colour scale through the given values and colours.
+PoNonLinearDataMapping2* colourScale(const std::vector<float>& values,
+                                     const std::vector<SbColor>& colors) {
+    auto* mapping = new PoNonLinearDataMapping2;
+    mapping->type = PoNonLinearDataMapping2::LINEAR_PER_LEVEL;
+    mapping->value.setValues(0, static_cast<int>(values.size()), values.data());
+    mapping->color.setValues(0, static_cast<int>(colors.size()), colors.data());
+    mapping->transparency.setNum(0);
+    return mapping;
+}
+
+PoMeshFilled* filled(PoMesh::ColoringType coloring) {
+    auto* kit = new PoMeshFilled;
+    kit->valuesIndex = 0;
+    kit->coloringType = coloring;
+    return kit;
+}
+
+float hill(float x, float y, float cx, float cy, float height, float width) {
+    return height * std::exp(-((x - cx) * (x - cx) + (y - cy) * (y - cy)) / (width * width));
+}
+
+// Hills over a regular grid, raised by their heights and coloured by them,
+// seen lit from an oblique viewpoint.
+SoNode* elevationMap() {
+    const int numX = 81, numY = 61;
+    auto* grid = new PoRegularCartesianGrid2D;
+    grid->setGeometry(numX, numY, 0.0f, 0.0f, 8.0f, 6.0f);
+    std::vector<float> height;
+    for (int i = 0; i < numX; ++i)
+        for (int j = 0; j < numY; ++j) {
+            const float x = 0.1f * i, y = 0.1f * j;
+            height.push_back(hill(x, y, 2.5f, 2.0f, 1.4f, 1.3f) +
+                             hill(x, y, 5.5f, 4.0f, 1.0f, 1.6f) +
+                             hill(x, y, 6.5f, 1.2f, 0.6f, 0.8f) +
+                             0.08f * std::sin(3.0f * x) * std::cos(2.0f * y));
+        }
+    grid->mesh.addValuesSet(0, height.data(), "height");
+
+    auto* scene = new SoSeparator;
+    auto* camera = new SoPerspectiveCamera;
+    camera->position.setValue(4.0f, -4.5f, 7.0f);
+    camera->pointAt(SbVec3f(4.0f, 2.6f, 0.3f));
+    camera->nearDistance = 1.0f;
+    camera->farDistance = 30.0f;
+    scene->addChild(camera);
+    auto* sun = new SoDirectionalLight;
+    sun->direction.setValue(-0.4f, 0.5f, -0.75f);
+    scene->addChild(sun);
+    scene->addChild(grid);
+    scene->addChild(colourScale({0.0f, 0.25f, 0.7f, 1.1f, 1.45f},
+                                {SbColor(0.15f, 0.45f, 0.25f), SbColor(0.45f, 0.65f, 0.25f),
+                                 SbColor(0.8f, 0.7f, 0.4f), SbColor(0.55f, 0.4f, 0.25f),
+                                 SbColor(0.95f, 0.95f, 0.95f)}));
+    PoMeshFilled* kit = filled(PoMesh::COLOR_MAPPING);
+    kit->zValuesIndex = 0;
+    kit->creaseAngle = 1.0f;
+    scene->addChild(kit);
+    return scene;
+}
+
+// A field around a ring sector, in colour bands along uneven isovalues with
+// a colour scale that changes faster near zero.
+SoNode* polarBands() {
+    const int numR = 30, numT = 120;
+    std::vector<float> r, t, field;
+    for (int i = 0; i < numR; ++i)
+        r.push_back(1.0f + 2.0f * i / (numR - 1));
+    for (int j = 0; j < numT; ++j)
+        t.push_back(1.5f * kPi * j / (numT - 1));
+    for (float ri : r)
+        for (float tj : t)
+            field.push_back((1.0f - 1.0f / (ri * ri)) * std::sin(3.0f * tj) * (3.2f - ri) +
+                            0.15f * ri);
+    auto* grid = new PoPolarGrid2D;
+    grid->setGeometry(numR, numT, r.data(), t.data());
+    grid->mesh.addValuesSet(0, field.data(), "field");
+
+    auto* scene = new SoSeparator;
+    scene->addChild(grid);
+    const float isovalues[] = {-1.2f, -0.6f, -0.25f, -0.05f, 0.05f, 0.25f, 0.6f, 1.2f};
+    auto* list = new PoIsovaluesList;
+    list->isovaluesList.setValues(0, 8, isovalues);
+    scene->addChild(list);
+    scene->addChild(colourScale({-1.8f, -0.3f, 0.0f, 0.3f, 1.8f},
+                                {SbColor(0.1f, 0.15f, 0.55f), SbColor(0.35f, 0.6f, 0.95f),
+                                 SbColor(0.97f, 0.97f, 0.9f), SbColor(0.95f, 0.6f, 0.3f),
+                                 SbColor(0.55f, 0.1f, 0.1f)}));
+    scene->addChild(filled(PoMesh::COLOR_CONTOURING));
+    return scene;
+}
+
+// Scattered measurements triangulated (a Delaunay triangulation of the
+// points in a rectangle) and drawn in bands of a texture.
+SoNode* scatteredTextureBands() {
+    std::mt19937 random(11);
+    std::uniform_real_distribution<float> across(0.05f, 3.95f), up(0.05f, 2.95f);
+    std::vector<float> x{0.0f, 4.0f, 4.0f, 0.0f}, y{0.0f, 0.0f, 3.0f, 3.0f};
+    for (int k = 0; k < 400; ++k) {
+        x.push_back(across(random));
+        y.push_back(up(random));
+    }
+    // Two triangles give the outline; the points inside join the
+    // triangulation that follows.
+    const int outline[] = {0, 1, 2, 0, 2, 3};
+    PbTriangleMesh2D points;
+    points.setGeometry(static_cast<int>(x.size()), x.data(), y.data(), 2, outline);
+    std::unique_ptr<PbTriangleMesh2D> triangles(points.getFaultMesh(0, nullptr, nullptr));
+    std::vector<float> measure;
+    for (int n = 0; n < triangles->getNumNodes(); ++n) {
+        const SbVec3f p = triangles->getNodeCoord(n);
+        measure.push_back(std::sin(1.6f * p[0]) * std::cos(1.3f * p[1]) +
+                          0.4f * std::sin(0.8f * p[0] + 1.7f * p[1]));
+    }
+    triangles->addValuesSet(0, measure.data(), "measure");
+    auto* mesh = new PoTriangleMesh2D;
+    mesh->mesh.setValue(*triangles);
+
+    auto* scene = new SoSeparator;
+    scene->addChild(mesh);
+    auto* list = new PoIsovaluesList;
+    list->setRegularIsoList(-1.2f, 1.2f, 9);
+    scene->addChild(list);
+    scene->addChild(colourScale({-1.4f, -0.5f, 0.0f, 0.5f, 1.4f},
+                                {SbColor(0.2f, 0.1f, 0.5f), SbColor(0.1f, 0.5f, 0.8f),
+                                 SbColor(0.3f, 0.75f, 0.4f), SbColor(0.95f, 0.8f, 0.2f),
+                                 SbColor(0.85f, 0.2f, 0.1f)}));
+    scene->addChild(filled(PoMesh::COLOR_TEXTURE_CONTOURING));
+    return scene;
+}
+
+// A bent channel on a curvilinear grid in one colour per cell; the speeds
+// above the maximum threshold are cut away (fully transparent parts are
+// deleted) and those below the minimum show its colour.
+SoNode* curvilinearAverage() {
+    const int numX = 48, numY = 20;
+    std::vector<float> x, y, speed;
+    for (int i = 0; i < numX; ++i)
+        for (int j = 0; j < numY; ++j) {
+            const float u = static_cast<float>(i) / (numX - 1),
+                        v = static_cast<float>(j) / (numY - 1);
+            const float angle = kPi * u, radius = 2.0f + v;
+            x.push_back(radius * std::cos(angle));
+            y.push_back(1.5f * radius * std::sin(angle));
+            speed.push_back(4.0f * v * (1.0f - v) * (1.0f + 0.6f * std::sin(3.0f * kPi * u)) /
+                            radius * 2.0f);
+        }
+    auto* grid = new PoCartesianGrid2D;
+    grid->setGeometry(numX, numY, x.data(), y.data());
+    grid->mesh.addValuesSet(0, speed.data(), "speed");
+
+    auto* mapping = new PoLinearDataMapping;
+    mapping->value1 = 0.0f;
+    mapping->color1.setValue(0.2f, 0.3f, 0.8f);
+    mapping->value2 = 1.2f;
+    mapping->color2.setValue(0.95f, 0.85f, 0.3f);
+    mapping->transparencyEnabled = TRUE;
+    mapping->minThresholdEnabled = TRUE;
+    mapping->minThreshold = 0.12f;
+    mapping->minThresholdColor.setValue(0.15f, 0.15f, 0.2f);
+    mapping->maxThresholdEnabled = TRUE;
+    mapping->maxThreshold = 1.0f;
+    mapping->maxThresholdTransparency = 1.0f;
+
+    auto* scene = new SoSeparator;
+    scene->addChild(grid);
+    scene->addChild(mapping);
+    scene->addChild(filled(PoMesh::COLOR_AVERAGE));
+    return scene;
+}
+
 // ---------------------------------------------------- contour line scenes
 //
 // Scenes of the contour lines kit over meshes of three kinds, each framed
@@ -181,19 +360,6 @@ SoNode* isovalues(float first, float step, int count) {
     for (int k = 0; k < count; ++k)
         list->isovaluesList.set1Value(k, first + step * k);
     return list;
-}
-
-// Colours evenly spread over [min, max], interpolated between them.
-SoNode* colorRamp(float min, float max, const std::vector<SbColor>& colors) {
-    auto* mapping = new PoNonLinearDataMapping2;
-    mapping->type = PoNonLinearDataMapping2::LINEAR_PER_LEVEL;
-    for (size_t k = 0; k < colors.size(); ++k) {
-        const float t = static_cast<float>(k) / static_cast<float>(colors.size() - 1);
-        mapping->value.set1Value(static_cast<int>(k), min + (max - min) * t);
-        mapping->color.set1Value(static_cast<int>(k), colors[k]);
-        mapping->transparency.set1Value(static_cast<int>(k), 0.0f);
-    }
-    return mapping;
 }
 
 // The lines of value set 0, the major ones labelled.
@@ -226,30 +392,25 @@ SoNode* labelledContourMap() {
     for (int i = 0; i < numX; ++i)
         for (int j = 0; j < numY; ++j) {
             const float x = 0.1f * i, y = 0.1f * j;
-            const auto hill = [&](float cx, float cy, float spread, float top) {
-                return top * std::exp(-((x - cx) * (x - cx) + (y - cy) * (y - cy)) / spread);
-            };
-            height.push_back(hill(3.5f, 5.5f, 5.0f, 60.0f) + hill(8.5f, 3.0f, 3.0f, 45.0f) -
-                             hill(8.0f, 7.5f, 2.0f, 25.0f) + 4.0f * x);
+            height.push_back(hill(x, y, 3.5f, 5.5f, 60.0f, 2.236f) +
+                             hill(x, y, 8.5f, 3.0f, 45.0f, 1.732f) -
+                             hill(x, y, 8.0f, 7.5f, 25.0f, 1.414f) + 4.0f * x);
         }
     grid->mesh.addValuesSet(0, height.data(), "height");
 
     SoSeparator* scene = contourScene(SbVec3f(6.0f, 4.5f, 0.0f), 9.6f);
     scene->addChild(grid);
     scene->addChild(isovalues(-10.0f, 5.0f, 23));
-    scene->addChild(colorRamp(-15.0f, 100.0f,
-                              {SbColor(0.16f, 0.38f, 0.62f), SbColor(0.45f, 0.70f, 0.45f),
-                               SbColor(0.93f, 0.87f, 0.55f), SbColor(0.72f, 0.52f, 0.34f),
-                               SbColor(0.96f, 0.95f, 0.93f)}));
+    scene->addChild(colourScale({-15.0f, 13.75f, 42.5f, 71.25f, 100.0f},
+                                {SbColor(0.16f, 0.38f, 0.62f), SbColor(0.45f, 0.70f, 0.45f),
+                                 SbColor(0.93f, 0.87f, 0.55f), SbColor(0.72f, 0.52f, 0.34f),
+                                 SbColor(0.96f, 0.95f, 0.93f)}));
     auto* filledSide = new SoSeparator;
     auto* offset = new SoPolygonOffset;
     filledSide->addChild(offset);
-    auto* filled = new PoMeshFilled;
-    filled->valuesIndex = 0;
-    filled->coloringType = PoMesh::COLOR_CONTOURING;
-    filled->setPart("appearance.lightModel", new SoLightModel);
-    filled->set("appearance.lightModel", "model BASE_COLOR");
-    filledSide->addChild(filled);
+    PoMeshFilled* bands = filled(PoMesh::COLOR_CONTOURING);
+    bands->set("appearance.lightModel", "model BASE_COLOR");
+    filledSide->addChild(bands);
     scene->addChild(filledSide);
     PoMeshContouring* lines = labelledLines(2, 4, 0.6f, 0.03f);
     lines->annotIsContourClip = TRUE;
@@ -279,9 +440,9 @@ SoNode* polarLabels() {
     SoSeparator* scene = contourScene(SbVec3f(0.0f, 0.0f, 0.0f), 9.2f);
     scene->addChild(grid);
     scene->addChild(isovalues(-2.0f, 0.25f, 17));
-    scene->addChild(colorRamp(-2.0f, 2.0f,
-                              {SbColor(0.3f, 0.5f, 1.0f), SbColor(0.6f, 0.9f, 0.9f),
-                               SbColor(1.0f, 0.9f, 0.4f), SbColor(1.0f, 0.45f, 0.3f)}));
+    scene->addChild(colourScale({-2.0f, -0.6667f, 0.6667f, 2.0f},
+                                {SbColor(0.3f, 0.5f, 1.0f), SbColor(0.6f, 0.9f, 0.9f),
+                                 SbColor(1.0f, 0.9f, 0.4f), SbColor(1.0f, 0.45f, 0.3f)}));
     PoMeshContouring* lines = labelledLines(0, 2, 0.35f, 0.028f);
     lines->coloringType = PoMesh::COLOR_MAPPING;
     lines->annotPath = PoMeshContouring::HORIZONTAL_PATH;
@@ -409,6 +570,17 @@ int main(int argc, char** argv) {
         writeScene(directory + "mesh-volume-unstructured.iv",
                    "A tetrahedron mesh with pressures and volume fractions", volumeMesh()) &&
         writeScene(directory + "mesh-line.iv", "A line mesh with two curves", lineMesh()) &&
+        writeScene(directory + "filled-elevation-map.iv",
+                   "Hills of a regular grid raised by their heights and coloured by them",
+                   elevationMap()) &&
+        writeScene(directory + "filled-polar-bands.iv",
+                   "A polar grid in colour bands along uneven isovalues", polarBands()) &&
+        writeScene(directory + "filled-scattered-texture-bands.iv",
+                   "Scattered points triangulated and drawn in texture colour bands",
+                   scatteredTextureBands()) &&
+        writeScene(directory + "filled-curvilinear-average.iv",
+                   "A curvilinear grid in one colour per cell, cut away above a threshold",
+                   curvilinearAverage()) &&
         writeScene(directory + "contouring-labelled-map.iv",
                    "Contour lines with labels in gaps of their own over filled colour bands",
                    labelledContourMap()) &&

@@ -21,6 +21,7 @@
 #include <Inventor/nodes/SoTextureCoordinateBinding.h>
 
 #include <limits>
+#include <memory>
 
 namespace {
 
@@ -275,6 +276,21 @@ TEST_F(PoMeshFilledTest, DataMappingRemovedBetweenRebuildsFallsBackToTheInherite
     traverse();
     EXPECT_EQ(material(), nullptr);
     EXPECT_NE(child<SoQuadMesh>(), nullptr);
+}
+
+// A kit that rebuilds at once hears of the mesh's end only when nothing of
+// the mesh is left to draw from, and then draws nothing.
+TEST_F(PoMeshFilledTest, AMeshDestroyedUnderAnImmediateKitLeavesItEmpty) {
+    auto grid = std::make_unique<PbRegularCartesianGrid2D>();
+    grid->setGeometry(3, 3, 0.0f, 0.0f, 1.0f, 1.0f);
+    const float values[] = {0, 1, 2, 3, 4, 5, 6, 7, 8};
+    grid->addValuesSet(0, values, "values");
+    m_kit->setUpdateMethod(PoBase::UPDATE_IMMEDIATELY);
+    draw(*grid, PoMesh::COLOR_MAPPING);
+    ASSERT_NE(child<SoQuadMesh>(), nullptr);
+    grid.reset();
+    EXPECT_EQ(m_kit->getMesh(), nullptr);
+    EXPECT_EQ(group(), nullptr);
 }
 
 } // namespace

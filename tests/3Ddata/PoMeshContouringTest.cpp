@@ -406,6 +406,16 @@ TEST_F(PoMeshContouringTest, LabelTextsFollowTheFormatWithTheirCommonPowerOfTen)
     delete own;
     EXPECT_EQ(m_kit->getFormat(), nullptr);
     EXPECT_EQ(texts(), (std::set<std::string>{"2000.0", "5000.0", "8000.0"}));
+    // A kit that rebuilds at once forgets a destroyed format before it does:
+    // outside a traversal the automatic format serves.
+    m_kit->setUpdateMethod(PoBase::UPDATE_IMMEDIATELY);
+    own = new PbNumericDisplayFormat(PbNumericDisplayFormat::INTEGER_FORMAT, 2, 0);
+    m_kit->setFormat(own);
+    delete own;
+    const std::vector<std::string> atOnce = textsBelow(m_kit->getPart("annotText", FALSE));
+    EXPECT_EQ(std::set<std::string>(atOnce.begin(), atOnce.end()),
+              (std::set<std::string>{"2x10", "5x10", "8x10", "3"}));
+    m_kit->setUpdateMethod(PoBase::UPDATE_AT_TRAVERSAL);
     // So for the text attributes.
     auto* attributes = new PbMiscTextAttr;
     attributes->setFontName("DejaVu Serif");

@@ -234,13 +234,15 @@ protected:
         touchKit();
     }
     // For basicObjectChange: when object is the one member holds, reacts to
-    // its change (a destroyed object is forgotten) and returns true.
+    // its change and returns true.  A destroyed object is forgotten before
+    // the kit rebuilds, which with update method 0 happens at once.
     template <class Object> bool manageConnectedObject(PbBase* object, Object*& member) {
         if (!object || object != member)
             return false;
-        PbBase* held = member;
+        if (object->getChangeType() == PbBase::DESTROYED)
+            member = nullptr;
+        PbBase* held = object;
         manageBasicObjectChange(object, &held);
-        member = static_cast<Object*>(held);
         return true;
     }
     void rebuildCache(SoCache** cache);

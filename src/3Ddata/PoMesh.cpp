@@ -141,7 +141,6 @@ const PoCellFilter* PoMesh::getCellFilter(void) {
     return readElement<PoCellFilterElement>();
 }
 
-// A destroyed object is forgotten; any change asks for a rebuild.
 void PoMesh::basicObjectChange(PbBase* object) {
     PoVolumwright::basicObjectChange(object);
     manageConnectedObject(object, m_mesh);

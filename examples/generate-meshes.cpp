@@ -1,6 +1,7 @@
 // generate-meshes: writes the mesh example scenes, one mesh of each family
-// with value sets, the scenes of meshes drawn as coloured surfaces and those
-// of their contour lines, through the library's own scene-file writer.
+// with value sets, the scenes of meshes drawn as coloured surfaces (one
+// with the value legend of its colours) and those of their contour lines,
+// through the library's own scene-file writer.
 //
 //   generate-meshes OUTPUT_DIRECTORY
 
@@ -8,6 +9,7 @@
 #include <Quillon/3Ddata/PoMeshContouring.h>
 #include <Quillon/3Ddata/PoMeshFilled.h>
 #include <Quillon/PoQuillon.h>
+#include <Quillon/graph/PoLinearValueLegend.h>
 #include <Quillon/nodes/PoCartesianGrid2D.h>
 #include <Quillon/nodes/PoIndexedMesh2D.h>
 #include <Quillon/nodes/PoIrregularMesh1D.h>
@@ -23,6 +25,7 @@
 
 #include <Inventor/SoOutput.h>
 #include <Inventor/actions/SoWriteAction.h>
+#include <Inventor/nodes/SoAnnotation.h>
 #include <Inventor/nodes/SoBaseColor.h>
 #include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoDirectionalLight.h>
@@ -187,9 +190,17 @@ float hill(float x, float y, float cx, float cy, float height, float width) {
     return height * std::exp(-((x - cx) * (x - cx) + (y - cy) * (y - cy)) / (width * width));
 }
 
-// Hills over a regular grid, raised by their heights and coloured by them,
-// seen lit from an oblique viewpoint.
-SoNode* elevationMap() {
+// The colours of heights, from meadows to snow.
+SoNode* elevationScale() {
+    return colourScale({0.0f, 0.25f, 0.7f, 1.1f, 1.45f},
+                       {SbColor(0.15f, 0.45f, 0.25f), SbColor(0.45f, 0.65f, 0.25f),
+                        SbColor(0.8f, 0.7f, 0.4f), SbColor(0.55f, 0.4f, 0.25f),
+                        SbColor(0.95f, 0.95f, 0.95f)});
+}
+
+// Hills over a regular grid, raised by their heights and coloured by them
+// (in the scale given), seen lit from an oblique viewpoint.
+SoNode* elevationMap(SoNode* scale) {
     const int numX = 81, numY = 61;
     auto* grid = new PoRegularCartesianGrid2D;
     grid->setGeometry(numX, numY, 0.0f, 0.0f, 8.0f, 6.0f);
@@ -215,14 +226,38 @@ SoNode* elevationMap() {
     sun->direction.setValue(-0.4f, 0.5f, -0.75f);
     scene->addChild(sun);
     scene->addChild(grid);
-    scene->addChild(colourScale({0.0f, 0.25f, 0.7f, 1.1f, 1.45f},
-                                {SbColor(0.15f, 0.45f, 0.25f), SbColor(0.45f, 0.65f, 0.25f),
-                                 SbColor(0.8f, 0.7f, 0.4f), SbColor(0.55f, 0.4f, 0.25f),
-                                 SbColor(0.95f, 0.95f, 0.95f)}));
+    scene->addChild(scale);
     PoMeshFilled* kit = filled(PoMesh::COLOR_MAPPING);
     kit->zValuesIndex = 0;
     kit->creaseAngle = 1.0f;
     scene->addChild(kit);
+    return scene;
+}
+
+// The elevation map with a value legend of its colour scale at the right
+// of the picture, drawn over the map by a camera of its own.
+SoNode* elevationMapWithLegend() {
+    SoNode* scale = elevationScale();
+    scale->setName("heightColours");
+    auto* scene = new SoSeparator;
+    scene->addChild(elevationMap(scale));
+    auto* overlay = new SoAnnotation;
+    auto* camera = new SoOrthographicCamera;
+    camera->height = 10.0f;
+    overlay->addChild(camera);
+    auto* text = new PoMiscTextAttr;
+    text->fontName = "DejaVu Sans";
+    overlay->addChild(text);
+    overlay->addChild(scale);
+    auto* legend = new PoLinearValueLegend(SbVec2f(5.0f, -4.7f), SbVec2f(6.55f, 4.7f));
+    legend->titleVisibility = PoLegend::VISIBILITY_ON;
+    legend->titlePosition = PoLegend::POS_TOP;
+    legend->titleString = "Height";
+    legend->valueAddStringVisibility = TRUE;
+    legend->valueAddString = " km";
+    legend->set("backgroundApp.material", "diffuseColor 0.12 0.12 0.14");
+    overlay->addChild(legend);
+    scene->addChild(overlay);
     return scene;
 }
 
@@ -572,7 +607,10 @@ int main(int argc, char** argv) {
         writeScene(directory + "mesh-line.iv", "A line mesh with two curves", lineMesh()) &&
         writeScene(directory + "filled-elevation-map.iv",
                    "Hills of a regular grid raised by their heights and coloured by them",
-                   elevationMap()) &&
+                   elevationMap(elevationScale())) &&
+        writeScene(directory + "filled-map-value-legend.iv",
+                   "The elevation map with the value legend of its colour scale",
+                   elevationMapWithLegend()) &&
         writeScene(directory + "filled-polar-bands.iv",
                    "A polar grid in colour bands along uneven isovalues", polarBands()) &&
         writeScene(directory + "filled-scattered-texture-bands.iv",

@@ -453,6 +453,14 @@ SoNode* PiText::build(const SbString& text, const SbVec3f& position, float angle
     return buildLines(lines, m_size, offset, m_horizontal, position, angle);
 }
 
+SoNode* PiText::buildCentered(const SbString& text, const SbVec3f& position) const {
+    const SbBox2f box = getBox(text);
+    if (box.isEmpty())
+        return build(text, position);
+    const SbVec2f middle = 0.5f * (box.getMin() + box.getMax());
+    return build(text, position - SbVec3f(middle[0], middle[1], 0.0f));
+}
+
 PiText PiText::exponentLayout(const SbString& text, const SbString& exponent, SbVec2f& textOrigin,
                               SbVec2f& exponentOrigin) const {
     PiText small(*this);

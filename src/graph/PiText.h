@@ -106,6 +106,10 @@ public:
     // position, turned by angle (radians, counterclockwise about +Z) on top
     // of the path.
     SoNode* build(const SbString& text, const SbVec3f& position, float angle = 0.0f) const;
+    // The same with the middle of what the text's glyphs cover at position,
+    // whatever the justification: markers such as "." or "+" stand on
+    // their point.
+    SoNode* buildCentered(const SbString& text, const SbVec3f& position) const;
     // The same for a one-line text followed by a smaller, raised exponent
     // (a power of ten such as 10 and 3), justified as one text.
     SoNode* buildWithExponent(const SbString& text, const SbString& exponent,

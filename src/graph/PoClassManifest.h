@@ -14,10 +14,15 @@
 // Chart node kits.
 #define PO_CHART_KIT_CLASSES(X)                                                                    \
     X(PoPlotwright)                                                                                \
+    X(PoCurve)                                                                                     \
     X(PoBaseAxis)                                                                                  \
     X(PoAxis)                                                                                      \
     X(PoCartesianAxis)                                                                             \
     X(PoLinearAxis)                                                                                \
+    X(PoLegend)                                                                                    \
+    X(PoItemLegend)                                                                                \
+    X(PoValueLegend)                                                                               \
+    X(PoLinearValueLegend)                                                                         \
     X(PoHistogram)                                                                                 \
     X(PoSingleHistogram)                                                                           \
     X(PoMultipleHistogram)                                                                         \

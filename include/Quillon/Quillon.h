@@ -152,5 +152,6 @@
 #include <Quillon/3Ddata/PoMesh.h>
 #include <Quillon/3Ddata/PoMesh2D.h>
 #include <Quillon/3Ddata/PoMesh3D.h>
+#include <Quillon/3Ddata/PoMeshContouring.h>
 #include <Quillon/3Ddata/PoMeshFilled.h>
 #include <Quillon/3Ddata/PoVolumwright.h>

@@ -37,6 +37,7 @@
     X(PoMesh, BASES)                                                                               \
     X(PoMesh2D, SURFACES)                                                                          \
     X(PoMeshFilled, SURFACES)                                                                      \
+    X(PoMeshContouring, SURFACES)                                                                  \
     X(PoMesh3D, VOLUMES)
 
 // Traversal-state elements.

@@ -1,7 +1,10 @@
 // generate-meshes: writes the mesh example scenes, one mesh of each family
 // with value sets, the scenes of meshes drawn as coloured surfaces (one
 // with the value legend of its colours) and those of their contour lines,
-// through the library's own scene-file writer.
+// through the library's own scene-file writer.  The volume and line meshes,
+// which no representation of the library draws yet, go to data/: files of
+// the mesh format, not scenes for scripts/demo, which fails on a blank
+// picture.
 //
 //   generate-meshes OUTPUT_DIRECTORY
 
@@ -184,6 +187,21 @@ PoMeshFilled* filled(PoMesh::ColoringType coloring) {
     kit->valuesIndex = 0;
     kit->coloringType = coloring;
     return kit;
+}
+
+// The mesh filled in the colours of its value set 0, from blue at low to
+// red at high.
+SoNode* filledInColours(SoNode* mesh, float low, float high) {
+    auto* mapping = new PoLinearDataMapping;
+    mapping->value1 = low;
+    mapping->color1.setValue(0.15f, 0.3f, 0.85f);
+    mapping->value2 = high;
+    mapping->color2.setValue(0.9f, 0.25f, 0.15f);
+    auto* scene = new SoSeparator;
+    scene->addChild(mesh);
+    scene->addChild(mapping);
+    scene->addChild(filled(PoMesh::COLOR_MAPPING));
+    return scene;
 }
 
 float hill(float x, float y, float cx, float cy, float height, float width) {
@@ -594,17 +612,18 @@ int main(int argc, char** argv) {
     const std::string directory = std::string(argv[1]) + "/";
     const bool written =
         writeScene(directory + "mesh-surface-grid.iv",
-                   "A curvilinear surface grid with heights, mean cell heights and slopes",
-                   surfaceGrid()) &&
+                   "A curvilinear surface grid with heights, mean cell heights and slopes, "
+                   "filled in the colours of its heights",
+                   filledInColours(surfaceGrid(), -0.5f, 0.5f)) &&
         writeScene(directory + "mesh-surface-unstructured.iv",
                    "An unstructured surface mesh of triangles and quadrangles with distances, "
-                   "cell numbers and labels",
-                   surfaceMesh()) &&
-        writeScene(directory + "mesh-volume-grid.iv", "A rectilinear volume grid with temperatures",
-                   volumeGrid()) &&
-        writeScene(directory + "mesh-volume-unstructured.iv",
+                   "cell numbers and labels, filled in the colours of its distances",
+                   filledInColours(surfaceMesh(), 0.0f, 2.0f)) &&
+        writeScene(directory + "data/mesh-volume-grid.iv",
+                   "A rectilinear volume grid with temperatures", volumeGrid()) &&
+        writeScene(directory + "data/mesh-volume-unstructured.iv",
                    "A tetrahedron mesh with pressures and volume fractions", volumeMesh()) &&
-        writeScene(directory + "mesh-line.iv", "A line mesh with two curves", lineMesh()) &&
+        writeScene(directory + "data/mesh-line.iv", "A line mesh with two curves", lineMesh()) &&
         writeScene(directory + "filled-elevation-map.iv",
                    "Hills of a regular grid raised by their heights and coloured by them",
                    elevationMap(elevationScale())) &&

@@ -123,8 +123,8 @@ TEST_F(PoMeshPropertyTest, ExampleScenesHoldAMeshWithSetsAsTheLibraryWritesIt) {
     const std::string examples =
         std::string(__FILE__).substr(0, std::string(__FILE__).rfind("/tests/")) + "/examples/";
     for (const char* name :
-         {"mesh-surface-grid.iv", "mesh-surface-unstructured.iv", "mesh-volume-grid.iv",
-          "mesh-volume-unstructured.iv", "mesh-line.iv"}) {
+         {"mesh-surface-grid.iv", "mesh-surface-unstructured.iv", "data/mesh-volume-grid.iv",
+          "data/mesh-volume-unstructured.iv", "data/mesh-line.iv"}) {
         SCOPED_TRACE(name);
         std::ifstream file(examples + name);
         ASSERT_TRUE(file.good());

@@ -22,6 +22,7 @@ const float kSpecial[] = {std::numeric_limits<float>::quiet_NaN(),
                           0.1f,
                           16777215.0f,
                           1.0f / 3.0f,
+                          0.104274996f,
                           -1e-30f};
 const int kNumSpecial = sizeof kSpecial / sizeof kSpecial[0];
 

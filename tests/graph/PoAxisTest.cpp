@@ -9,7 +9,6 @@
 #include <Inventor/SbBox3f.h>
 #include <Inventor/SbViewportRegion.h>
 #include <Inventor/actions/SoGetBoundingBoxAction.h>
-#include <Inventor/nodekits/SoNodekitCatalog.h>
 #include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoMatrixTransform.h>
 
@@ -40,37 +39,6 @@ protected:
         return axis;
     }
 };
-
-TEST_F(PoAxisTest, TheCatalogueGroupsEachPartWithItsSeparatorAndAppearance) {
-    // The catalogue is made with the first kit.
-    const SoNodekitCatalog* catalog = addAxis()->getNodekitCatalog();
-    const char* grouped[] = {"body",         "arrow",        "title",
-                             "subGradTick",  "subGradGrid",  "mainGradTick",
-                             "mainGradGrid", "mainGradText", "multFactor"};
-    auto expectPart = [&](const std::string& name, const char* parent, const char* type,
-                          bool isPublic) {
-        const int number = catalog->getPartNumber(SbName(name.c_str()));
-        ASSERT_GE(number, 0) << name;
-        EXPECT_STREQ(catalog->getParentName(number).getString(), parent) << name;
-        EXPECT_STREQ(catalog->getType(number).getName().getString(), type) << name;
-        EXPECT_EQ(catalog->isPublic(number), isPublic) << name;
-        EXPECT_TRUE(catalog->isNullByDefault(number)) << name;
-    };
-    expectPart("transform", "alternateRep", "MatrixTransform", true);
-    for (const char* part : grouped) {
-        const std::string name(part);
-        expectPart(name + "Sep", "alternateRep", "Separator", false);
-        expectPart(name + "App", (name + "Sep").c_str(), "AppearanceKit", true);
-        expectPart(name, (name + "Sep").c_str(), "Group", true);
-    }
-    // The parts follow one another in that order.
-    int previous = catalog->getPartNumber("transform");
-    for (const char* part : grouped) {
-        const int number = catalog->getPartNumber(SbName((std::string(part) + "Sep").c_str()));
-        EXPECT_GT(number, previous) << part;
-        previous = number;
-    }
-}
 
 TEST_F(PoAxisTest, DependValuesResolvePerType) {
     OpenAxis* axis = addAxis();

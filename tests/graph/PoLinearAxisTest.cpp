@@ -9,8 +9,6 @@
 #include "support/SceneIO.h"
 #include "support/SceneSearch.h"
 
-#include <Inventor/fields/SoSFNode.h>
-#include <Inventor/lists/SoFieldList.h>
 #include <Inventor/nodes/SoBaseColor.h>
 #include <Inventor/nodes/SoFont.h>
 #include <Inventor/nodes/SoOrthographicCamera.h>
@@ -167,31 +165,6 @@ TEST_F(PoLinearAxisTest, ConstructorsWriteOnlyTheFieldsThatDiffer) {
     EXPECT_EQ(valued->type.getValue(), PoCartesianAxis::YX);
     for (PoLinearAxis* axis : {plain, placed, valued})
         axis->unref();
-}
-
-TEST_F(PoLinearAxisTest, ScenesWriteTheFieldsButNotTheRepresentation) {
-    PoLinearAxis* axis = addAxis(new PoLinearAxis(SbVec3f(0, 1, 0), 5, PoCartesianAxis::XY, 1));
-    axis->titleString = "Time";
-    axis->titleVisibility = PoAxis::VISIBILITY_ON;
-    traverse();
-    const std::string text = SceneIO::write(axis);
-    EXPECT_EQ(text.find("Text3"), std::string::npos) << text;
-    EXPECT_EQ(text.find("LineSet"), std::string::npos) << text;
-    EXPECT_EQ(text.find("MatrixTransform"), std::string::npos) << text;
-    SoNode* copy = SceneIO::read(text);
-    ASSERT_NE(copy, nullptr);
-    copy->ref();
-    ASSERT_EQ(copy->getTypeId(), axis->getTypeId());
-    SoFieldList fields, copied;
-    axis->getFields(fields);
-    copy->getFields(copied);
-    ASSERT_EQ(fields.getLength(), copied.getLength());
-    for (int i = 0; i < fields.getLength(); ++i) {
-        if (!fields[i]->isOfType(SoSFNode::getClassTypeId())) {
-            EXPECT_TRUE(fields[i]->isSame(*copied[i])) << i;
-        }
-    }
-    copy->unref();
 }
 
 TEST_F(PoLinearAxisTest, BadInputIsReportedAndDrawnAround) {

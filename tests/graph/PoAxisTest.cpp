@@ -175,7 +175,7 @@ TEST_F(PoAxisTest, MainAndSubGraduationsForBothDefinitions) {
         axis->tickLastGrad = c.last;
         axis->saveAxisAttr();
         std::vector<SbString> mainTexts;
-        axis->computeGradList(c.start, c.end, c.subStep, texts, candidates, mainTexts);
+        axis->computeGradList(c.start, c.end, c.subStep, texts, all, mainTexts);
         const std::string what = "definition " + std::to_string(c.def) + " period " +
                                  std::to_string(c.period) + " first " + std::to_string(c.first);
         expectCoords(axis->getMainGradCoords(), c.mains, what.c_str());

@@ -18,9 +18,16 @@ struct PiGridLevelSurface::Slab {
     std::vector<int> pointNodes;
     std::vector<float> pointParams;
     std::vector<int32_t> coordIndex;
-    // Points of the edges along i of the current layer of cells, and of the
-    // edges along j and k on its lower and upper planes, by (j, k).
-    std::vector<int> xEdges, lowerY, lowerZ, upperY, upperZ;
+    // Points of the edges along i of the current layer of cells, by (j, k),
+    // for the two rows j of nodes the current row of cells touches; and of
+    // the edges along j and k on the layer's lower and upper planes, by
+    // (j, k) and the axis (after the walk the lower plane is the slab's
+    // top).
+    std::vector<int> xEdges, lower, upper;
+    // How the rows of nodes of the lower and upper plane are cut.
+    std::vector<PiGridLevelSurface::RowSpan> lowerSpans, upperSpans;
+    bool onLevel = false;
+    bool nan = false;
 };
 
 namespace {
@@ -57,26 +64,27 @@ struct SumField {
 // upper plane), the offset of its slot from (j, k), and the positions of
 // the cell (i, j or k equal to 0) in which the cell is the first to share
 // the edge.
-enum Cache { X_EDGES, LOWER_Y, UPPER_Y, LOWER_Z, UPPER_Z };
+enum Cache { X_EDGES, LOWER_PLANE, UPPER_PLANE };
 enum Position { I_FIRST = 1, J_FIRST = 2, K_FIRST = 4 };
 struct GridEdge {
     int low, high;
     Cache cache;
+    int axis;
     int dj, dk;
     int firstWhen;
 };
-const GridEdge s_gridEdges[12] = {{0, 1, X_EDGES, 0, 0, J_FIRST | K_FIRST},
-                                  {1, 2, UPPER_Y, 0, 0, K_FIRST},
-                                  {3, 2, X_EDGES, 1, 0, K_FIRST},
-                                  {0, 3, LOWER_Y, 0, 0, I_FIRST | K_FIRST},
-                                  {4, 5, X_EDGES, 0, 1, J_FIRST},
-                                  {5, 6, UPPER_Y, 0, 1, 0},
-                                  {7, 6, X_EDGES, 1, 1, 0},
-                                  {4, 7, LOWER_Y, 0, 1, I_FIRST},
-                                  {0, 4, LOWER_Z, 0, 0, I_FIRST | J_FIRST},
-                                  {1, 5, UPPER_Z, 0, 0, J_FIRST},
-                                  {2, 6, UPPER_Z, 1, 0, 0},
-                                  {3, 7, LOWER_Z, 1, 0, I_FIRST}};
+const GridEdge s_gridEdges[12] = {{0, 1, X_EDGES, 0, 0, 0, J_FIRST | K_FIRST},
+                                  {1, 2, UPPER_PLANE, 0, 0, 0, K_FIRST},
+                                  {3, 2, X_EDGES, 0, 1, 0, K_FIRST},
+                                  {0, 3, LOWER_PLANE, 0, 0, 0, I_FIRST | K_FIRST},
+                                  {4, 5, X_EDGES, 0, 0, 1, J_FIRST},
+                                  {5, 6, UPPER_PLANE, 0, 0, 1, 0},
+                                  {7, 6, X_EDGES, 0, 1, 1, 0},
+                                  {4, 7, LOWER_PLANE, 0, 0, 1, I_FIRST},
+                                  {0, 4, LOWER_PLANE, 1, 0, 0, I_FIRST | J_FIRST},
+                                  {1, 5, UPPER_PLANE, 1, 0, 0, J_FIRST},
+                                  {2, 6, UPPER_PLANE, 1, 1, 0, 0},
+                                  {3, 7, LOWER_PLANE, 1, 1, 0, I_FIRST}};
 
 // Steps along i, j and k from a cell's node 0 to its other nodes.
 const int s_localNodeSteps[8][3] = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0},
@@ -86,46 +94,61 @@ const int s_localNodeSteps[8][3] = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0},
 // the facet by which those cells touch it.
 const int s_earlierFacets[3][2] = {{0, 1}, {2, 3}, {4, 5}};
 
-// A point on a plane of the slab below, by its place: -2 - (2 slot + axis)
-// with axis 0 for an edge along j and 1 along k (-1 ends faces).
-int32_t lowerPlaneRef(int slot, int axis) {
-    return -2 - (2 * slot + axis);
+// A point on the top plane of the slab below, by its place in the plane's
+// cache (-1 ends faces).
+int32_t lowerPlaneRef(size_t place) {
+    return -2 - static_cast<int32_t>(place);
 }
 
 const int s_scanBlock = 32;
 
-// Classifies a row by reading every value: blocks of values on one side,
-// the side of the block before, pass without a look at each value.
+void addCut(PiGridLevelSurface::RowSpan& span, int edge) {
+    if (span.numCuts < 2)
+        span.cuts[span.numCuts] = edge;
+    span.lastCut = edge;
+    span.numCuts = std::min(span.numCuts + 1, 3);
+}
+
+// Counts, over values [k0, k0 + n) of a row, those above the level, those
+// equal to it and the NaN ones; a loop the compiler turns into vector code.
+template <class Row, int n>
+void countBlock(const Row& row, int k0, float level, int& above, int& equal, int& nan) {
+    for (int k = k0; k < k0 + n; ++k) {
+        float v = row[k];
+        above += v > level;
+        equal += v == level;
+        nan += v != v;
+    }
+}
+
+// Classifies a row by reading every value: blocks of values on the side of
+// the value before them pass without a look at each value.
 template <class Row>
 PiGridLevelSurface::RowSpan scanRow(const Row& row, int numZ, float level, bool flagAbove,
                                     bool& onLevel, bool& nan) {
     auto flag = [&](float v) { return (v > level) == flagAbove; };
-    PiGridLevelSurface::RowSpan span{numZ, -1, flag(row[0]), flag(row[numZ - 1])};
+    PiGridLevelSurface::RowSpan span{{-1, -1}, -1, 0, flag(row[0]), flag(row[numZ - 1])};
     bool previous = span.startFlag;
+    int equal = 0, notANumber = 0;
     for (int k0 = 0; k0 < numZ; k0 += s_scanBlock) {
-        int n = std::min(s_scanBlock, numZ - k0);
-        int above = 0;
-        bool equal = false, notANumber = false;
-        for (int k = k0; k < k0 + n; ++k) {
-            float v = row[k];
-            above += v > level;
-            equal |= v == level;
-            notANumber |= std::isnan(v);
-        }
-        onLevel |= equal;
-        nan |= notANumber;
+        int n = std::min(s_scanBlock, numZ - k0), above = 0;
+        if (n == s_scanBlock)
+            countBlock<Row, s_scanBlock>(row, k0, level, above, equal, notANumber);
+        else
+            for (int k = k0; k < numZ; ++k)
+                countBlock<Row, 1>(row, k, level, above, equal, notANumber);
         int flagged = flagAbove ? above : n - above;
         if (flagged == (previous ? n : 0))
             continue;
         for (int k = std::max(k0, 1); k < k0 + n; ++k) {
             bool f = flag(row[k]);
-            if (f != previous) {
-                span.firstCut = std::min(span.firstCut, k - 1);
-                span.lastCut = k - 1;
-            }
+            if (f != previous)
+                addCut(span, k - 1);
             previous = f;
         }
     }
+    onLevel |= equal > 0;
+    nan |= notANumber > 0;
     return span;
 }
 
@@ -135,7 +158,7 @@ template <class Row>
 PiGridLevelSurface::RowSpan searchRow(const Row& row, int numZ, float level, bool flagAbove,
                                       bool increasing, bool& onLevel) {
     auto flag = [&](float v) { return (v > level) == flagAbove; };
-    PiGridLevelSurface::RowSpan span{numZ, -1, flag(row[0]), flag(row[numZ - 1])};
+    PiGridLevelSurface::RowSpan span{{-1, -1}, -1, 0, flag(row[0]), flag(row[numZ - 1])};
     auto firstWhere = [numZ](auto predicate) {
         int lo = 0, hi = numZ;
         while (lo < hi) {
@@ -148,8 +171,7 @@ PiGridLevelSurface::RowSpan searchRow(const Row& row, int numZ, float level, boo
         return lo;
     };
     if (span.startFlag != span.endFlag)
-        span.firstCut = span.lastCut =
-            firstWhere([&](int k) { return flag(row[k]) != span.startFlag; }) - 1;
+        addCut(span, firstWhere([&](int k) { return flag(row[k]) != span.startFlag; }) - 1);
     int reach = firstWhere([&](int k) { return increasing ? row[k] >= level : row[k] <= level; });
     onLevel |= reach < numZ && row[reach] == level;
     return span;
@@ -177,47 +199,32 @@ PiGridLevelSurface::PiGridLevelSurface(int numX, int numY, int numZ,
 
 PiGridLevelSurface::~PiGridLevelSurface() = default;
 
-bool PiGridLevelSurface::classifyRows(bool levelMayTouchNodes) {
-    m_rows.resize(size_t(m_numX) * m_numY);
-    if (m_field.values)
-        classifyRowsOf(ArrayField{m_field.values, m_numY, m_numZ});
-    else
-        classifyRowsOf(SumField{m_field.axisTerms[0], m_field.axisTerms[1], m_field.axisTerms[2]});
-    return levelMayTouchNodes || !m_levelOnNode;
-}
-
-template <class Field> void PiGridLevelSurface::classifyRowsOf(const Field& field) {
-    bool increasing = false, monotonic = false;
-    if constexpr (std::is_same_v<Field, SumField>) {
-        const float* c = field.c;
-        increasing = std::is_sorted(c, c + m_numZ);
-        monotonic = increasing || std::is_sorted(c, c + m_numZ, std::greater<float>());
-        m_hasNaN =
-            hasNaNValue(field.a, m_numX) || hasNaNValue(field.b, m_numY) || hasNaNValue(c, m_numZ);
-        monotonic = monotonic && !m_hasNaN;
+bool PiGridLevelSurface::build(bool levelMayTouchNodes, std::vector<int>& pointNodes,
+                               std::vector<float>& pointParams, std::vector<int32_t>& coordIndex) {
+    if (!m_field.values) {
+        const float* c = m_field.axisTerms[2];
+        m_increasing = std::is_sorted(c, c + m_numZ);
+        m_monotonic = m_increasing || std::is_sorted(c, c + m_numZ, std::greater<float>());
+        m_hasNaN = hasNaNValue(m_field.axisTerms[0], m_numX) ||
+                   hasNaNValue(m_field.axisTerms[1], m_numY) || hasNaNValue(c, m_numZ);
+        m_monotonic = m_monotonic && !m_hasNaN;
     }
-    std::atomic<bool> onLevel{false}, nan{false};
-    tbb::parallel_for(
-        tbb::blocked_range<int>(0, m_numX * m_numY), [&](const tbb::blocked_range<int>& rows) {
-            bool rangeOnLevel = false, rangeNaN = false;
-            for (int r = rows.begin(); r != rows.end(); ++r) {
-                auto row = field.row(r / m_numY, r % m_numY);
-                m_rows[r] =
-                    monotonic
-                        ? searchRow(row, m_numZ, m_level, m_flagAbove, increasing, rangeOnLevel)
-                        : scanRow(row, m_numZ, m_level, m_flagAbove, rangeOnLevel, rangeNaN);
-            }
-            if (rangeOnLevel)
-                onLevel = true;
-            if (rangeNaN)
-                nan = true;
-        });
-    m_levelOnNode = onLevel;
-    m_hasNaN = m_hasNaN || nan;
+    std::vector<Slab> slabs = walkSlabs();
+    bool onLevel = std::any_of(slabs.begin(), slabs.end(), [](const Slab& s) { return s.onLevel; });
+    if (onLevel && !levelMayTouchNodes)
+        return false;
+    // Cells left out for NaN values change which cell is the first around
+    // an edge: the walk is made again, minding them, in the rare fields
+    // that have them.
+    if (!m_hasNaN && std::any_of(slabs.begin(), slabs.end(), [](const Slab& s) { return s.nan; })) {
+        m_hasNaN = true;
+        slabs = walkSlabs();
+    }
+    join(slabs, pointNodes, pointParams, coordIndex);
+    return true;
 }
 
-void PiGridLevelSurface::build(std::vector<int>& pointNodes, std::vector<float>& pointParams,
-                               std::vector<int32_t>& coordIndex) {
+std::vector<PiGridLevelSurface::Slab> PiGridLevelSurface::walkSlabs() const {
     int numLayers = m_numX - 1;
     std::vector<Slab> slabs(numSlabsFor(numLayers));
     for (size_t s = 0; s < slabs.size(); ++s) {
@@ -231,63 +238,105 @@ void PiGridLevelSurface::build(std::vector<int>& pointNodes, std::vector<float>&
             walkSlab(SumField{m_field.axisTerms[0], m_field.axisTerms[1], m_field.axisTerms[2]},
                      slabs[s]);
     });
-    join(slabs, pointNodes, pointParams, coordIndex);
+    return slabs;
 }
 
-bool PiGridLevelSurface::cellRange(int i, int j, int& begin, int& end) const {
-    const RowSpan* rows[4] = {&m_rows[size_t(i) * m_numY + j], &m_rows[size_t(i + 1) * m_numY + j],
-                              &m_rows[size_t(i + 1) * m_numY + j + 1],
-                              &m_rows[size_t(i) * m_numY + j + 1]};
+template <class Field>
+void PiGridLevelSurface::classifyPlane(const Field& field, int i, Slab& slab,
+                                       std::vector<RowSpan>& spans) const {
+    spans.resize(m_numY);
+    for (int j = 0; j < m_numY; ++j) {
+        auto row = field.row(i, j);
+        spans[j] = m_monotonic
+                       ? searchRow(row, m_numZ, m_level, m_flagAbove, m_increasing, slab.onLevel)
+                       : scanRow(row, m_numZ, m_level, m_flagAbove, slab.onLevel, slab.nan);
+    }
+}
+
+// The four rows of nodes of a row of cells are each on one side of the
+// level between their cuts; cells between the cuts of all four rows are
+// cut only when the rows' sides differ there.  A row cut more than twice
+// is not followed cut by cut: every cell from the first to the last cut
+// of the four rows is looked at.
+template <class Visit>
+void PiGridLevelSurface::forEachCutRun(const Slab& slab, int j, Visit visit) const {
+    const RowSpan* rows[4] = {&slab.lowerSpans[j], &slab.upperSpans[j], &slab.upperSpans[j + 1],
+                              &slab.lowerSpans[j + 1]};
+    bool many = false;
     int firstCut = m_numZ, lastCut = -1;
-    bool sameStart = true, sameEnd = true;
     for (const RowSpan* row : rows) {
-        firstCut = std::min(firstCut, row->firstCut);
-        lastCut = std::max(lastCut, row->lastCut);
-        sameStart = sameStart && row->startFlag == rows[0]->startFlag;
-        sameEnd = sameEnd && row->endFlag == rows[0]->endFlag;
+        many = many || row->numCuts > 2;
+        if (row->numCuts > 0) {
+            firstCut = std::min(firstCut, row->cuts[0]);
+            lastCut = std::max(lastCut, row->lastCut);
+        }
     }
-    if (firstCut > lastCut) {
-        begin = 0;
-        end = sameStart ? 0 : m_numZ - 1;
-    } else {
-        begin = sameStart ? firstCut : 0;
-        end = sameEnd ? lastCut + 1 : m_numZ - 1;
+    bool sides[4];
+    auto sidesDiffer = [&] {
+        return sides[1] != sides[0] || sides[2] != sides[0] || sides[3] != sides[0];
+    };
+    for (int r = 0; r < 4; ++r)
+        sides[r] = rows[r]->startFlag;
+    if (many) {
+        bool startsCut = sidesDiffer();
+        for (int r = 0; r < 4; ++r)
+            sides[r] = rows[r]->endFlag;
+        visit(startsCut ? 0 : firstCut, sidesDiffer() ? m_numZ - 1 : lastCut + 1);
+        return;
     }
-    return begin < end;
+    // The rows' cuts merged in order; the rows cut at a cell change sides
+    // after it.
+    int next = 0, head[4] = {0, 0, 0, 0};
+    for (;;) {
+        int cut = m_numZ;
+        for (int r = 0; r < 4; ++r)
+            if (head[r] < rows[r]->numCuts)
+                cut = std::min(cut, rows[r]->cuts[head[r]]);
+        if (cut == m_numZ)
+            break;
+        visit(sidesDiffer() ? next : cut, cut + 1);
+        for (int r = 0; r < 4; ++r)
+            if (head[r] < rows[r]->numCuts && rows[r]->cuts[head[r]] == cut) {
+                sides[r] = !sides[r];
+                ++head[r];
+            }
+        next = cut + 1;
+    }
+    if (sidesDiffer())
+        visit(next, m_numZ - 1);
 }
 
 template <class Field> void PiGridLevelSurface::walkSlab(const Field& field, Slab& slab) const {
     size_t planeSize = size_t(m_numY) * m_numZ;
-    for (std::vector<int>* cache :
-         {&slab.xEdges, &slab.lowerY, &slab.lowerZ, &slab.upperY, &slab.upperZ})
-        cache->resize(planeSize);
+    slab.xEdges.resize(2 * size_t(m_numZ));
+    slab.lower.resize(2 * planeSize);
+    slab.upper.resize(2 * planeSize);
     if (slab.begin > 0)
-        for (size_t slot = 0; slot < planeSize; ++slot) {
-            slab.lowerY[slot] = lowerPlaneRef(static_cast<int>(slot), 0);
-            slab.lowerZ[slot] = lowerPlaneRef(static_cast<int>(slot), 1);
-        }
+        for (size_t place = 0; place < 2 * planeSize; ++place)
+            slab.lower[place] = lowerPlaneRef(place);
     auto flag = [this](float v) { return (v > m_level) == m_flagAbove; };
+    classifyPlane(field, slab.begin, slab, slab.lowerSpans);
     for (int i = slab.begin; i < slab.end; ++i) {
+        classifyPlane(field, i + 1, slab, slab.upperSpans);
         for (int j = 0; j < m_numY - 1; ++j) {
-            int begin, end;
-            if (!cellRange(i, j, begin, end))
-                continue;
             auto r0 = field.row(i, j), r1 = field.row(i + 1, j);
             auto r2 = field.row(i + 1, j + 1), r3 = field.row(i, j + 1);
             auto code = [&](int k) {
                 return flag(r0[k]) | flag(r1[k]) << 1 | flag(r2[k]) << 2 | flag(r3[k]) << 3;
             };
-            int lower = code(begin);
-            for (int k = begin; k < end; ++k) {
-                int upper = code(k + 1);
-                int caseId = lower | upper << 4;
-                lower = upper;
-                if (caseId != 0 && caseId != 255)
-                    cutCell(field, slab, i, j, k, static_cast<unsigned char>(caseId));
-            }
+            forEachCutRun(slab, j, [&](int begin, int end) {
+                int lower = begin < end ? code(begin) : 0;
+                for (int k = begin; k < end; ++k) {
+                    int upper = code(k + 1);
+                    int caseId = lower | upper << 4;
+                    lower = upper;
+                    if (caseId != 0 && caseId != 255)
+                        cutCell(field, slab, i, j, k, static_cast<unsigned char>(caseId));
+                }
+            });
         }
-        slab.lowerY.swap(slab.upperY);
-        slab.lowerZ.swap(slab.upperZ);
+        slab.lower.swap(slab.upper);
+        slab.lowerSpans.swap(slab.upperSpans);
     }
 }
 
@@ -314,14 +363,19 @@ void PiGridLevelSurface::cutCell(const Field& field, Slab& slab, int i, int j, i
     int nz = m_numZ, nyz = m_numY * m_numZ;
     int base = (i * m_numY + j) * nz + k;
     const int nodeOffsets[8] = {0, nyz, nyz + nz, nz, 1, nyz + 1, nyz + nz + 1, nz + 1};
-    std::vector<int>* caches[5] = {&slab.xEdges, &slab.lowerY, &slab.upperY, &slab.lowerZ,
-                                   &slab.upperZ};
+    auto cacheSlot = [&](const GridEdge& e) -> int& {
+        size_t row = size_t(j + e.dj), column = size_t(k + e.dk);
+        if (e.cache == X_EDGES)
+            return slab.xEdges[(row & 1) * nz + column];
+        std::vector<int>& plane = e.cache == LOWER_PLANE ? slab.lower : slab.upper;
+        return plane[2 * (row * nz + column) + e.axis];
+    };
     int position = (i == 0 ? I_FIRST : 0) | (j == 0 ? J_FIRST : 0) | (k == 0 ? K_FIRST : 0);
     int edgePoints[12];
     std::fill(edgePoints, edgePoints + 12, -1);
     auto pointOf = [&](int edge) {
         const GridEdge& e = s_gridEdges[edge];
-        int& slot = (*caches[e.cache])[size_t(j + e.dj) * nz + k + e.dk];
+        int& slot = cacheSlot(e);
         bool first = (e.firstWhen & ~position) == 0 ||
                      (m_hasNaN && !hasEarlierCutSharer(field, i, j, k, edge));
         if (first) {
@@ -415,10 +469,7 @@ void PiGridLevelSurface::join(std::vector<Slab>& slabs, std::vector<int>& pointN
         auto out = coordIndex.begin() + firstIndex[s];
         for (int32_t index : slab.coordIndex) {
             if (index < -1) {
-                int place = -2 - index;
-                const Slab& below = slabs[s - 1];
-                const std::vector<int>& plane = place % 2 ? below.lowerZ : below.lowerY;
-                index = plane[place / 2] + static_cast<int32_t>(firstPoint[s - 1]);
+                index = slabs[s - 1].lower[-2 - index] + static_cast<int32_t>(firstPoint[s - 1]);
             } else if (index >= 0) {
                 index += offset;
             }

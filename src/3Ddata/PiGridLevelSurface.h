@@ -10,14 +10,16 @@ class PiMarchingCase;
 // over raw arrays instead of cell objects.  It gives exactly what the
 // cell-by-cell walk of PiLevelSurface gives on the same grid (same points
 // in the same order, same faces in the same order), only faster:
-//   1. every row of nodes along k is classified once: where the level cuts
-//      it first and last, and on which side its two ends lie;
-//   2. a row of cells is visited only between the first and the last cut of
-//      its four rows of nodes, unless their ends lie on different sides;
-//   3. the layers of cells are cut in slabs, in parallel; each slab numbers
-//      its points as the serial walk would, refers to the points on its
-//      lower plane (made by the slab below) by their place, and the slabs
-//      are joined in order once all are done.
+//   - the layers of cells (along i) are cut in slabs, in parallel; each slab
+//     numbers its points as the serial walk would, refers to the points on
+//     its lower plane (made by the slab below) by their place, and the
+//     slabs are joined in order once all are done;
+//   - before a layer is cut, the rows of nodes along k on its upper plane
+//     are classified: where the level cuts them and on which side they
+//     start and end (read while the plane is still in the cache);
+//   - in a row of cells, only the cells at a cut of one of its four rows of
+//     nodes, or between cuts where the rows lie on different sides, are
+//     looked at.
 // An edge's point is made by the first cell in index order that shares the
 // edge, which is known from the cell's position alone.
 class PiGridLevelSurface {
@@ -26,29 +28,32 @@ public:
                        float level, bool flagAbove, PiLevelSurface::Style style);
     ~PiGridLevelSurface();
 
-    // Step 1.  Returns false at once when a node value equals the level and
-    // levelMayTouchNodes is false.
-    bool classifyRows(bool levelMayTouchNodes);
+    // Cuts the grid into the lists of PiLevelSurface (which are replaced).
+    // Returns false, with the lists left as they were, when a node value
+    // equals the level and levelMayTouchNodes is false.
+    bool build(bool levelMayTouchNodes, std::vector<int>& pointNodes,
+               std::vector<float>& pointParams, std::vector<int32_t>& coordIndex);
     // True when a value of the field is NaN; cells with such a node are
     // left out.
     bool hasNaN() const { return m_hasNaN; }
-    // Steps 2 and 3, into the lists of PiLevelSurface (which are replaced).
-    void build(std::vector<int>& pointNodes, std::vector<float>& pointParams,
-               std::vector<int32_t>& coordIndex);
 
     struct RowSpan {
-        // First and last cut edge along the row (edge k joins nodes k and
-        // k + 1); numZ and -1 when the level does not cut the row.
-        int firstCut;
+        // The first two cut edges along the row (edge k joins nodes k and
+        // k + 1), the last one and their number, counted up to 3.
+        int cuts[2];
         int lastCut;
+        int numCuts;
         bool startFlag;
         bool endFlag;
     };
     struct Slab;
 
 private:
-    template <class Field> void classifyRowsOf(const Field& field);
+    std::vector<Slab> walkSlabs() const;
     template <class Field> void walkSlab(const Field& field, Slab& slab) const;
+    // Classifies the rows of nodes of plane i.
+    template <class Field>
+    void classifyPlane(const Field& field, int i, Slab& slab, std::vector<RowSpan>& spans) const;
     template <class Field>
     void cutCell(const Field& field, Slab& slab, int i, int j, int k, unsigned char caseId) const;
     // The values at the corners of cell (i, j, k) in local order; false when
@@ -57,8 +62,9 @@ private:
     bool cornerValues(const Field& field, int i, int j, int k, float* values) const;
     template <class Field>
     bool hasEarlierCutSharer(const Field& field, int i, int j, int k, int edge) const;
-    // The range [begin, end) of cells of row (i, j) that may be cut.
-    bool cellRange(int i, int j, int& begin, int& end) const;
+    // Calls visit(begin, end) for the runs of cells of row j of the slab's
+    // current layer that may be cut, in order.
+    template <class Visit> void forEachCutRun(const Slab& slab, int j, Visit visit) const;
     void join(std::vector<Slab>& slabs, std::vector<int>& pointNodes,
               std::vector<float>& pointParams, std::vector<int32_t>& coordIndex) const;
 
@@ -68,7 +74,9 @@ private:
     bool m_flagAbove;
     PiLevelSurface::Style m_style;
     bool m_hasNaN = false;
-    bool m_levelOnNode = false;
-    std::vector<RowSpan> m_rows;
+    // For values summed along the axes: whether the terms along k never
+    // decrease (or never increase), so that rows are searched, not read.
+    bool m_monotonic = false;
+    bool m_increasing = false;
     const PiMarchingCase* m_cases[256];
 };

@@ -115,9 +115,8 @@ PiLevelSurface::Outcome PiLevelSurface::buildGrid(const Request& request) {
     bool flagAbove = request.towardsHigher != isFirstCellMirrored(request);
     PiGridLevelSurface grid(dims[0], dims[1], dims[2], request.field, request.level, flagAbove,
                             m_style);
-    if (!grid.classifyRows(request.levelMayTouchNodes))
+    if (!grid.build(request.levelMayTouchNodes, m_pointNodes, m_pointParams, m_coordIndex))
         return LEVEL_ON_NODE;
-    grid.build(m_pointNodes, m_pointParams, m_coordIndex);
     m_skippedNaN = grid.hasNaN();
     return BUILT;
 }
@@ -225,10 +224,6 @@ void PiLevelSurface::closeAmbiguousFacets(const PbCell& cell, const PiMarchingCa
             appendClosingQuad(m_coordIndex, mc, facet, edgePoints, crossing, m_style);
         m_openFacets.erase(earlier);
     }
-}
-
-const std::vector<int>& PiLevelSurface::caseList(const PiMarchingCase& mc, Style style) {
-    return style == STRIPS ? mc.getEdgeStripSet() : mc.getEdgeFaceSet();
 }
 
 // A case's strips are separated by -1 but the last one is not ended.

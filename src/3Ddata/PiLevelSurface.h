@@ -1,5 +1,6 @@
 #pragma once
 #include "3Ddata/PiEdgePointTable.h"
+#include "3Ddata/PiMarchingCase.h"
 
 #include <Inventor/SbVec3f.h>
 
@@ -10,7 +11,6 @@
 
 class PbCell;
 class PbMesh3D;
-class PiMarchingCase;
 class PoCellFilter;
 
 // The level surface of a volume mesh: where the interpolated node values
@@ -106,7 +106,9 @@ public:
     // ended by endLastStrip), and the quadrangle
     // that closes an ambiguous facet of a case (whose crossing is given),
     // from the points of the case's edges, facing as the case's faces do.
-    static const std::vector<int>& caseList(const PiMarchingCase& mc, Style style);
+    static const std::vector<int>& caseList(const PiMarchingCase& mc, Style style) {
+        return style == STRIPS ? mc.getEdgeStripSet() : mc.getEdgeFaceSet();
+    }
     static void endLastStrip(std::vector<int32_t>& coordIndex, Style style);
     static void appendClosingQuad(std::vector<int32_t>& coordIndex, const PiMarchingCase& mc,
                                   int facet, const int* edgePoints, int crossing, Style style);

@@ -172,6 +172,37 @@ TEST_F(PiMarchingCaseTableTest, ComplementsFlipStripsAndQuadrangles) {
               (std::vector<int>{2, 11, 0, -1, 0, 11, 8, -1, 6, 10, 5, -1}));
 }
 
+// On a facet whose diagonal nodes lie on the same side, a case and its
+// complement cross differently: the nodes that one cuts off, the other
+// joins.  Case 5 (nodes 0 and 2 above) cuts them off on the bottom facet.
+TEST_F(PiMarchingCaseTableTest, ComplementsCrossAmbiguousFacetsTheOtherWay) {
+    PbHexahedronCell cell;
+    EXPECT_EQ(cell.getMCcase(5)->getFacetCrossing(4), PiMarchingCase::FACET_SEPARATES_ABOVE);
+    EXPECT_EQ(cell.getMCcase(250)->getFacetCrossing(4), PiMarchingCase::FACET_JOINS_ABOVE);
+    EXPECT_EQ(cell.getMCcase(5)->getFacetCrossing(0), PiMarchingCase::FACET_UNAMBIGUOUS);
+    int ambiguous = 0;
+    for (const auto& kind : volumeCells()) {
+        int numCases = 1 << kind->getNumNodes();
+        for (int id = 1; id + 1 < numCases; ++id) {
+            const PiMarchingCase* mc = kind->getMCcase(static_cast<unsigned char>(id));
+            const PiMarchingCase* complement = kind->getMCcase(mc->getRevertId());
+            for (int facet = 0; facet < mc->getNumFacets(); ++facet) {
+                PiMarchingCase::FacetCrossing crossing = mc->getFacetCrossing(facet);
+                if (crossing == PiMarchingCase::FACET_UNAMBIGUOUS) {
+                    EXPECT_EQ(complement->getFacetCrossing(facet), crossing);
+                    continue;
+                }
+                ++ambiguous;
+                EXPECT_NE(complement->getFacetCrossing(facet), crossing)
+                    << kind->getNumNodes() << " nodes, case " << id << ", facet " << facet;
+            }
+        }
+    }
+    // Six facets of the hexahedron, the base of the pyramid and three
+    // facets of the wedge, each ambiguous for two of its classifications.
+    EXPECT_EQ(ambiguous, 6 * 2 * 16 + 1 * 2 * 2 + 3 * 2 * 4);
+}
+
 // The node and edge images of the hexahedron's turns, as listed for the case
 // model.
 TEST_F(PiMarchingCaseTableTest, HexahedronTurnsMoveNodesAndEdges) {

@@ -71,7 +71,7 @@ void BM_LevelSurfaceExtraction256(benchmark::State& state) {
     for (auto _ : state) {
         surface.build(request);
         coords.resize(surface.getNumPoints());
-        surface.computeCoords(f.grid, coords.data());
+        surface.getPoints().computeCoords(f.grid, coords.data());
         benchmark::DoNotOptimize(coords.data());
     }
     setCounters(state, surface.getNumPoints(), surface.getNumFaces());

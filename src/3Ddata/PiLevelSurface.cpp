@@ -3,74 +3,12 @@
 #include <Quillon/3Ddata/PbCell.h>
 #include <Quillon/3Ddata/PbCellFilterIterator.h>
 #include <Quillon/3Ddata/PbGrid3D.h>
-#include <Quillon/3Ddata/PbParalCartesianGrid3D.h>
-#include <Quillon/3Ddata/PbRegularCartesianGrid3D.h>
 
 #include "3Ddata/PiGridLevelSurface.h"
 #include "3Ddata/PiMarchingCase.h"
 
-#include <tbb/blocked_range.h>
-#include <tbb/parallel_for.h>
-
 #include <algorithm>
 #include <cmath>
-
-namespace {
-
-// Node coordinates read the fastest way the mesh allows: from one array per
-// axis for the grids whose nodes lie on axes, from one array per coordinate
-// for the others that keep them, else through getNodeCoord.
-class NodeCoordinates {
-public:
-    explicit NodeCoordinates(const PbMesh3D& mesh) : m_mesh(mesh) {
-        auto grid = dynamic_cast<const PbGrid3D*>(&mesh);
-        if (grid && (dynamic_cast<const PbRegularCartesianGrid3D*>(grid) ||
-                     dynamic_cast<const PbParalCartesianGrid3D*>(grid))) {
-            int dims[3];
-            grid->getDim(dims[0], dims[1], dims[2]);
-            for (int axis = 0; axis < 3; ++axis)
-                for (int n = 0; n < dims[axis]; ++n) {
-                    int index[3] = {0, 0, 0};
-                    index[axis] = n;
-                    m_axes[axis].push_back(grid->getNodeCoord(index[0], index[1], index[2])[axis]);
-                }
-            m_numY = dims[1];
-            m_numZ = dims[2];
-            return;
-        }
-        int sizes[3];
-        mesh.getCoordinates(m_xyz[0], m_xyz[1], m_xyz[2], sizes[0], sizes[1], sizes[2]);
-        if (sizes[0] != mesh.getNumNodes() || !m_xyz[0] || !m_xyz[1] || !m_xyz[2])
-            m_xyz[0] = nullptr;
-    }
-
-    SbVec3f operator()(int node) const {
-        if (!m_axes[0].empty()) {
-            int k = node % m_numZ, m = node / m_numZ;
-            return SbVec3f(m_axes[0][m / m_numY], m_axes[1][m % m_numY], m_axes[2][k]);
-        }
-        if (m_xyz[0])
-            return SbVec3f(m_xyz[0][node], m_xyz[1][node], m_xyz[2][node]);
-        return m_mesh.getNodeCoord(node);
-    }
-
-private:
-    const PbMesh3D& m_mesh;
-    std::vector<float> m_axes[3];
-    int m_numY = 0, m_numZ = 0;
-    const float* m_xyz[3] = {nullptr, nullptr, nullptr};
-};
-
-// Runs fn(point) for every point, in parallel for large surfaces.
-template <class Fn> void forEachPoint(int numPoints, Fn fn) {
-    tbb::parallel_for(tbb::blocked_range<int>(0, numPoints, 4096),
-                      [&](const tbb::blocked_range<int>& points) {
-                          for (int p = points.begin(); p != points.end(); ++p)
-                              fn(p);
-                      });
-}
-
-} // namespace
 
 PiLevelSurface::PiLevelSurface() = default;
 PiLevelSurface::~PiLevelSurface() = default;
@@ -83,10 +21,8 @@ size_t PiLevelSurface::FacetKeyHash::operator()(const FacetKey& key) const {
 }
 
 void PiLevelSurface::clear() {
-    m_pointNodes.clear();
-    m_pointParams.clear();
+    m_points.clear();
     m_coordIndex.clear();
-    m_edgePoints.clear();
     m_openFacets.clear();
     m_skippedNaN = false;
 }
@@ -115,7 +51,7 @@ PiLevelSurface::Outcome PiLevelSurface::buildGrid(const Request& request) {
     bool flagAbove = request.towardsHigher != isFirstCellMirrored(request);
     PiGridLevelSurface grid(dims[0], dims[1], dims[2], request.field, request.level, flagAbove,
                             m_style);
-    if (!grid.build(request.levelMayTouchNodes, m_pointNodes, m_pointParams, m_coordIndex))
+    if (!grid.build(request.levelMayTouchNodes, m_points.nodes(), m_points.params(), m_coordIndex))
         return LEVEL_ON_NODE;
     m_skippedNaN = grid.hasNaN();
     return BUILT;
@@ -133,7 +69,7 @@ PiLevelSurface::Outcome PiLevelSurface::buildCellByCell(const Request& request) 
             addCellPart(*cell, cell->getMCcase(caseId));
     }
     // The tables serve one walk; their storage is not worth keeping.
-    m_edgePoints = PiEdgePointTable();
+    m_points.releaseTable();
     m_openFacets = decltype(m_openFacets)();
     return BUILT;
 }
@@ -175,16 +111,9 @@ bool PiLevelSurface::hasNaNNode(const PbCell& cell) const {
 }
 
 int PiLevelSurface::addSurfPoint(int node0, int node1) {
-    int point = m_edgePoints.find(node0, node1);
-    if (point >= 0)
-        return point;
-    int low = std::min(node0, node1), high = std::max(node0, node1);
-    point = getNumPoints();
-    m_pointNodes.push_back(low);
-    m_pointNodes.push_back(high);
-    m_pointParams.push_back((m_level - m_values[low]) / (m_values[high] - m_values[low]));
-    m_edgePoints.insert(low, high, point);
-    return point;
+    return m_points.share(node0, node1, [this](int low, int high) {
+        return (m_level - m_values[low]) / (m_values[high] - m_values[low]);
+    });
 }
 
 void PiLevelSurface::addCellPart(const PbCell& cell, const PiMarchingCase* mc) {
@@ -264,22 +193,6 @@ int PiLevelSurface::getNumFaces() const {
 }
 
 size_t PiLevelSurface::getMemorySize() const {
-    return m_pointNodes.capacity() * sizeof(int) + m_pointParams.capacity() * sizeof(float) +
-           m_coordIndex.capacity() * sizeof(int32_t) + m_fieldValues.capacity() * sizeof(float) +
-           m_nodeFlags.capacity() / 8 + m_edgePoints.getMemorySize();
-}
-
-void PiLevelSurface::computeCoords(const PbMesh3D& mesh, SbVec3f* coords) const {
-    NodeCoordinates nodeCoord(mesh);
-    forEachPoint(getNumPoints(), [&](int p) {
-        SbVec3f low = nodeCoord(m_pointNodes[2 * p]), high = nodeCoord(m_pointNodes[2 * p + 1]);
-        coords[p] = low + (high - low) * m_pointParams[p];
-    });
-}
-
-void PiLevelSurface::computeValues(const float* nodeValues, float* pointValues) const {
-    forEachPoint(getNumPoints(), [&](int p) {
-        float low = nodeValues[m_pointNodes[2 * p]], high = nodeValues[m_pointNodes[2 * p + 1]];
-        pointValues[p] = low + (high - low) * m_pointParams[p];
-    });
+    return m_points.getMemorySize() + m_coordIndex.capacity() * sizeof(int32_t) +
+           m_fieldValues.capacity() * sizeof(float) + m_nodeFlags.capacity() / 8;
 }

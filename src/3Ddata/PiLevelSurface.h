@@ -1,8 +1,6 @@
 #pragma once
-#include "3Ddata/PiEdgePointTable.h"
+#include "3Ddata/PiEdgePoints.h"
 #include "3Ddata/PiMarchingCase.h"
-
-#include <Inventor/SbVec3f.h>
 
 #include <array>
 #include <cstdint>
@@ -80,21 +78,13 @@ public:
     // Forgets the surface (points, faces and the table of cut edges).
     void clear();
 
-    int getNumPoints() const { return static_cast<int>(m_pointParams.size()); }
-    // Two node indices per point, the lower one first.
-    const std::vector<int>& getPointNodes() const { return m_pointNodes; }
-    // Position of each point along its edge, 0 at the lower node.
-    const std::vector<float>& getPointParams() const { return m_pointParams; }
+    const PiEdgePoints& getPoints() const { return m_points; }
+    int getNumPoints() const { return m_points.getNum(); }
     const std::vector<int32_t>& getCoordIndex() const { return m_coordIndex; }
     Style getStyle() const { return m_style; }
     int getNumFaces() const;
     bool hasSkippedNaN() const { return m_skippedNaN; }
     size_t getMemorySize() const;
-
-    // Coordinates of the points, interpolated on their edges.
-    void computeCoords(const PbMesh3D& mesh, SbVec3f* coords) const;
-    // A value per point interpolated on the edges from a per-node set.
-    void computeValues(const float* nodeValues, float* pointValues) const;
 
     // The cell-by-cell steps, for a cell of the current build: the point of
     // a mesh edge (added when the edge has none), and the cell's part of the
@@ -136,9 +126,7 @@ private:
     std::vector<bool> m_nodeFlags;
     bool m_skippedNaN = false;
 
-    std::vector<int> m_pointNodes;
-    std::vector<float> m_pointParams;
+    PiEdgePoints m_points;
     std::vector<int32_t> m_coordIndex;
-    PiEdgePointTable m_edgePoints;
     std::unordered_map<FacetKey, unsigned char, FacetKeyHash> m_openFacets;
 };

@@ -82,12 +82,13 @@ void expectSurfaceProperties(const PbMesh3D& mesh, const std::vector<float>& val
         if ((values[entry.first.first] > level) != (values[entry.first.second] > level))
             cut.insert(entry.first);
     std::vector<SbVec3f> coords(surface.getNumPoints());
-    surface.computeCoords(mesh, coords.data());
+    surface.getPoints().computeCoords(mesh, coords.data());
     std::vector<float> pointValues(surface.getNumPoints());
-    surface.computeValues(values.data(), pointValues.data());
+    surface.getPoints().computeValues(values.data(), pointValues.data());
     for (int p = 0; p < surface.getNumPoints(); ++p) {
-        int low = surface.getPointNodes()[2 * p], high = surface.getPointNodes()[2 * p + 1];
-        float t = surface.getPointParams()[p];
+        int low = surface.getPoints().getNodes()[2 * p],
+            high = surface.getPoints().getNodes()[2 * p + 1];
+        float t = surface.getPoints().getParams()[p];
         ASSERT_LT(low, high);
         ASSERT_TRUE(cut.count({low, high})) << "point " << p << " is not on a cut edge";
         EXPECT_TRUE(seen.insert({low, high}).second) << "edge " << low << "-" << high;
@@ -103,7 +104,7 @@ void expectSurfaceProperties(const PbMesh3D& mesh, const std::vector<float>& val
     for (const Polygon& polygon : polygonsOf(surface)) {
         std::set<int> common;
         for (size_t i = 0; i < polygon.size(); ++i) {
-            const int* nodes = &surface.getPointNodes()[2 * polygon[i]];
+            const int* nodes = &surface.getPoints().getNodes()[2 * polygon[i]];
             const std::set<int>& cells = cellsOf[{nodes[0], nodes[1]}];
             if (i == 0)
                 common = cells;
@@ -205,8 +206,8 @@ std::vector<GridCase> gridCases() {
 }
 
 void expectSameSurface(const PiLevelSurface& grid, const PiLevelSurface& cells) {
-    EXPECT_EQ(grid.getPointNodes(), cells.getPointNodes());
-    EXPECT_EQ(grid.getPointParams(), cells.getPointParams());
+    EXPECT_EQ(grid.getPoints().getNodes(), cells.getPoints().getNodes());
+    EXPECT_EQ(grid.getPoints().getParams(), cells.getPoints().getParams());
     EXPECT_EQ(grid.getCoordIndex(), cells.getCoordIndex());
     EXPECT_EQ(grid.hasSkippedNaN(), cells.hasSkippedNaN());
 }
@@ -292,7 +293,7 @@ TEST_F(PiLevelSurfaceTest, FacesLookTowardsTheChosenSide) {
             PiLevelSurface surface;
             build(surface, mesh, values.data(), level, PiLevelSurface::FACES, false, towardsHigher);
             std::vector<SbVec3f> coords(surface.getNumPoints());
-            surface.computeCoords(mesh, coords.data());
+            surface.getPoints().computeCoords(mesh, coords.data());
             std::vector<Polygon> polygons = polygonsOf(surface);
             ASSERT_FALSE(polygons.empty());
             for (const Polygon& p : polygons) {

@@ -11,6 +11,8 @@
 #include <Quillon/PoQuillon.h>
 #include <Quillon/graph/PoDebugError.h>
 
+#include "graph/PoClassManifest.h"
+
 #include <Inventor/SoDB.h>
 #include <Inventor/SoInput.h>
 #include <Inventor/SoOutput.h>
@@ -24,12 +26,8 @@
 #include <string>
 
 namespace {
-const char* const kNodeTypes[] = {
-    "PoCartesianGrid3D",  "PoParalCartesianGrid3D", "PoRegularCartesianGrid3D",
-    "PoIndexedMesh3D",    "PoHexahedronMesh3D",     "PoTetrahedronMesh3D",
-    "PoCartesianGrid2D",  "PoParalCartesianGrid2D", "PoRegularCartesianGrid2D",
-    "PoPolarGrid2D",      "PoIndexedMesh2D",        "PoTriangleMesh2D",
-    "PoQuadrangleMesh2D", "PoIrregularMesh1D",      "PoRegularMesh1D"};
+#define NAME_OF(_class_) #_class_,
+const char* const kNodeTypes[] = {PO_MESH_NODE_CLASSES(NAME_OF)};
 
 void silence(const SoError*, void*) {}
 

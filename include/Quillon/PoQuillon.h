@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 
 // Public entry of the library: call PoQuillon::init() once before building
 // scene graphs with the library's nodes, and PoQuillon::finish() at the end.
@@ -7,7 +8,7 @@
 // application's own classes derived from the library's must be unregistered
 // (exitClass) before that last finish: the toolkit cannot walk a type whose
 // parent type was removed.
-class PoQuillon {
+class QUILLON_API PoQuillon {
 public:
     static void init(void);
     static void finish(void);

@@ -1,27 +1,28 @@
 #include <Quillon/3Ddata/PoVolumwright.h>
 
+#include <Quillon/Quillon.h>
+
+#include "graph/PoClassManifest.h"
+
 PO_KIT_ABSTRACT_SOURCE(PoVolumwright, PoBase)
 
 namespace {
-// The mesh representation kits in their order of registration.
-const PoClassRegistration::ClassEntry s_representationClasses[] = {
-    PO_CLASS_ENTRY(PoVolumwright),
-};
+#define PO_REPRESENTATION_ENTRY(_class_, _group_) PO_CLASS_ENTRY(_class_)
+#define PO_REPRESENTATION_EXIT_GROUP(_class_, _group_) PoClassManifest::ExitGroup::_group_,
 
-// Unregistration keeps an order of its own; every class still leaves
-// before its parent.
-const PoClassRegistration::ClassEntry s_representationExitOrder[] = {
-    PO_CLASS_ENTRY(PoVolumwright),
-};
+const PoClassManifest::Entry s_representationClasses[] = {
+    PO_MESH_REPRESENTATION_CLASSES(PO_REPRESENTATION_ENTRY)};
+const std::vector<PoClassManifest::ExitGroup> s_exitGroups = {
+    PO_MESH_REPRESENTATION_CLASSES(PO_REPRESENTATION_EXIT_GROUP)};
 } // namespace
 
 void PoVolumwright::initClasses(void) {
-    PoClassRegistration::initAll(s_representationClasses);
+    PoClassManifest::initAll(s_representationClasses);
 }
 
 void PoVolumwright::exitClasses(void) {
-    for (const PoClassRegistration::ClassEntry& entry : s_representationExitOrder)
-        entry.exit();
+    for (size_t i : PoClassManifest::exitOrder(s_exitGroups))
+        s_representationClasses[i].exit();
 }
 
 PoVolumwright::PoVolumwright() {

@@ -27,17 +27,36 @@ const SbColor* PbDataMapping::getRGBColor(float value) const {
 }
 
 const SbColor* PbDataMapping::getRGBColor(float value, float& transparency) const {
-    // The minimum is tested first, so it wins when the thresholds cross.
-    if (m_min.enabled && value <= m_min.value) {
-        transparency = m_min.transparency;
-        return m_min.hasColor ? &m_min.color : nullptr;
-    }
-    if (m_max.enabled && value >= m_max.value) {
-        transparency = m_max.transparency;
-        return m_max.hasColor ? &m_max.color : nullptr;
-    }
-    computeColor(value, transparency);
+    SbColor color;
+    if (!getRGBColor(value, color, transparency))
+        return nullptr;
+    m_resultColor = color;
     return &m_resultColor;
+}
+
+SbBool PbDataMapping::getRGBColor(float value, SbColor& color) const {
+    float transparency;
+    return getRGBColor(value, color, transparency);
+}
+
+SbBool PbDataMapping::getRGBColor(float value, SbColor& color, float& transparency) const {
+    if (const Threshold* threshold = catchingThreshold(value)) {
+        transparency = threshold->transparency;
+        if (threshold->hasColor)
+            color = threshold->color;
+        return threshold->hasColor;
+    }
+    color = computeColor(value, transparency);
+    return TRUE;
+}
+
+const PbDataMapping::Threshold* PbDataMapping::catchingThreshold(float value) const {
+    // The minimum is tested first, so it wins when the thresholds cross.
+    if (m_min.enabled && value <= m_min.value)
+        return &m_min;
+    if (m_max.enabled && value >= m_max.value)
+        return &m_max;
+    return nullptr;
 }
 
 const float* PbDataMapping::getHLSColor(float value) const {
@@ -138,14 +157,15 @@ void PbDataMapping::print(FILE* fp) const {
     printThreshold(fp, "maxThreshold", m_max);
 }
 
-void PbDataMapping::interpolate(float value, float valueA, const SbColor& colorA,
-                                float transparencyA, float valueB, const SbColor& colorB,
-                                float transparencyB, float& transparency) const {
+SbColor PbDataMapping::interpolate(float value, float valueA, const SbColor& colorA,
+                                   float transparencyA, float valueB, const SbColor& colorB,
+                                   float transparencyB, float& transparency) {
     const float t = (value - valueA) / (valueB - valueA);
+    SbColor color;
     for (int channel = 0; channel < 3; ++channel)
-        m_resultColor[channel] =
-            clampToUnit(colorA[channel] + (colorB[channel] - colorA[channel]) * t);
+        color[channel] = clampToUnit(colorA[channel] + (colorB[channel] - colorA[channel]) * t);
     transparency = clampToUnit(transparencyA + (transparencyB - transparencyA) * t);
+    return color;
 }
 
 void PbDataMapping::notifyChanged() {

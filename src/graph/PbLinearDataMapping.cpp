@@ -86,7 +86,7 @@ void PbLinearDataMapping::print(FILE* fp) const {
     PbPrintout::member(fp, "PbLinearDataMapping", "transparency2", m_transparency2);
 }
 
-void PbLinearDataMapping::computeColor(float value, float& transparency) const {
-    interpolate(value, m_value1, m_color1, m_transparency1, m_value2, m_color2, m_transparency2,
-                transparency);
+SbColor PbLinearDataMapping::computeColor(float value, float& transparency) const {
+    return interpolate(value, m_value1, m_color1, m_transparency1, m_value2, m_color2,
+                       m_transparency2, transparency);
 }

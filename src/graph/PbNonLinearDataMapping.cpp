@@ -55,15 +55,10 @@ void PbNonLinearDataMapping::print(FILE* fp) const {
     PbPrintout::member(fp, "PbNonLinearDataMapping", "transparencyFunction", transparencyFunction);
 }
 
-void PbNonLinearDataMapping::computeColor(float value, float& transparency) const {
-    if (m_rgbFunction || m_rgbFunctionWithData || m_hlsFunction || m_hlsFunctionWithData) {
-        resultColor() = colorOf(value);
-    } else {
-        static const SbColor black(0, 0, 0), white(1, 1, 1);
-        float unused;
-        interpolate(value, 0, black, 0, 1, white, 0, unused);
-    }
+SbColor PbNonLinearDataMapping::computeColor(float value, float& transparency) const {
+    const SbColor color = colorOf(value);
     transparency = transparencyOf(value);
+    return color;
 }
 
 void PbNonLinearDataMapping::clearColorFunctions() {
@@ -73,6 +68,7 @@ void PbNonLinearDataMapping::clearColorFunctions() {
     m_hlsFunctionWithData = nullptr;
 }
 
+// Without a colour function, black at 0 to white at 1.
 SbColor PbNonLinearDataMapping::colorOf(float value) const {
     if (m_rgbFunction)
         return m_rgbFunction(value);
@@ -80,7 +76,10 @@ SbColor PbNonLinearDataMapping::colorOf(float value) const {
         return m_rgbFunctionWithData(m_userData, value);
     if (m_hlsFunction)
         return fromHls(m_hlsFunction(value));
-    return fromHls(m_hlsFunctionWithData(m_userData, value));
+    if (m_hlsFunctionWithData)
+        return fromHls(m_hlsFunctionWithData(m_userData, value));
+    float unused;
+    return interpolate(value, 0, SbColor(0, 0, 0), 0, 1, SbColor(1, 1, 1), 0, unused);
 }
 
 float PbNonLinearDataMapping::transparencyOf(float value) const {

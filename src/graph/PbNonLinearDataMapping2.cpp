@@ -87,15 +87,13 @@ void PbNonLinearDataMapping2::print(FILE* fp) const {
                      static_cast<int>(m_transparencies.size()), m_transparencies.data());
 }
 
-void PbNonLinearDataMapping2::computeColor(float value, float& transparency) const {
+SbColor PbNonLinearDataMapping2::computeColor(float value, float& transparency) const {
     if (m_colors.empty()) {
-        resultColor().setValue(0, 0, 0);
         transparency = 0;
-    } else if (m_type == NON_LINEAR_PER_LEVEL) {
-        levelColor(value, transparency);
-    } else {
-        interpolatedColor(value, transparency);
+        return SbColor(0, 0, 0);
     }
+    return m_type == NON_LINEAR_PER_LEVEL ? levelColor(value, transparency)
+                                          : interpolatedColor(value, transparency);
 }
 
 int PbNonLinearDataMapping2::colorCount(Type type, int numValues) const {
@@ -159,19 +157,18 @@ void PbNonLinearDataMapping2::sortByValue() {
     m_transparencies = permuted(m_transparencies, order);
 }
 
-void PbNonLinearDataMapping2::levelColor(float value, float& transparency) const {
+SbColor PbNonLinearDataMapping2::levelColor(float value, float& transparency) const {
     const size_t level =
         std::upper_bound(m_values.begin(), m_values.end(), value) - m_values.begin();
-    resultColor() = m_colors[level];
     transparency = m_transparencies[level];
+    return m_colors[level];
 }
 
-void PbNonLinearDataMapping2::interpolatedColor(float value, float& transparency) const {
+SbColor PbNonLinearDataMapping2::interpolatedColor(float value, float& transparency) const {
     const int last = static_cast<int>(m_values.size()) - 1;
     if (last == 0) {
-        resultColor() = m_colors[0];
         transparency = m_transparencies[0];
-        return;
+        return m_colors[0];
     }
     int upper;
     if (value <= m_values[0])
@@ -183,6 +180,6 @@ void PbNonLinearDataMapping2::interpolatedColor(float value, float& transparency
                                  m_values.begin());
     // A value that compares with nothing (NaN) still reads inside the lists.
     upper = std::min(std::max(upper, 1), last);
-    interpolate(value, m_values[upper - 1], m_colors[upper - 1], m_transparencies[upper - 1],
-                m_values[upper], m_colors[upper], m_transparencies[upper], transparency);
+    return interpolate(value, m_values[upper - 1], m_colors[upper - 1], m_transparencies[upper - 1],
+                       m_values[upper], m_colors[upper], m_transparencies[upper], transparency);
 }

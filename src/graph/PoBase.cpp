@@ -17,6 +17,7 @@
 
 #include "graph/PoElementList.h"
 #include "graph/PoLibQuillonP.h"
+#include "nodes/PoFieldWatch.h"
 #include "platform/FsInitModuleCmd.h"
 #include "platform/PfToolkit.h"
 #include "platform/SoFarspan.h"
@@ -43,6 +44,7 @@
 #include <Inventor/sensors/SoFieldSensor.h>
 #include <Inventor/threads/SbThreadAutoLock.h>
 
+#include <algorithm>
 #include <vector>
 
 PO_KIT_ABSTRACT_SOURCE(PoBase, SoBaseKit)
@@ -234,12 +236,27 @@ void PoBase::touchKit(void) {
         SoNode::touch();
 }
 
+SoFieldList PoBase::watchFields(std::initializer_list<SoField*> fields) {
+    m_fieldWatches.push_back(std::make_unique<PoFieldWatch>(fields, &PoBase::fieldSensorCB, this));
+    setUpConnections(TRUE, TRUE);
+    return m_fieldWatches.back()->getFields();
+}
+
+// Connecting goes from the base to the most derived level, disconnecting
+// the other way.
 SbBool PoBase::setUpConnections(SbBool onOff, SbBool doItAlways) {
     if (!doItAlways && onOff == connectionsSetUp)
         return onOff;
-    SoBaseKit::setUpConnections(onOff, doItAlways);
-    if (onOff)
+    if (onOff) {
+        SoBaseKit::setUpConnections(onOff, doItAlways);
         fieldSensorCB(this, nullptr);
+        for (const auto& watch : m_fieldWatches)
+            watch->attach();
+    } else {
+        for (auto watch = m_fieldWatches.rbegin(); watch != m_fieldWatches.rend(); ++watch)
+            (*watch)->detach();
+        SoBaseKit::setUpConnections(onOff, doItAlways);
+    }
     connectionsSetUp = onOff;
     return !onOff;
 }
@@ -293,6 +310,7 @@ void PoBase::runCatchAction(SoAction* action) {
     if (!m_cacheValid || m_cacheAlwaysRebuild) {
         rebuildCache(&m_elementCache);
         m_cacheValid = 0;
+        m_usedElements.clear();
     }
     rebuildWithoutNotification();
     m_stateValid = false;
@@ -325,8 +343,11 @@ void PoBase::catchActionLevel2CB(void*, SoAction* action) {
 }
 
 void PoBase::addElementsAllCaches(void) {
-    if (m_state)
-        PoDomainElement::get(m_state);
+    if (!m_state)
+        return;
+    PoDomainElement::get(m_state);
+    for (int stackIndex : m_usedElements)
+        PoClassRegistration::readableElement(m_state, stackIndex);
 }
 
 void PoBase::setState(SoAction* action) {
@@ -342,9 +363,15 @@ void PoBase::rebuildCache(SoCache** cache) {
     m_state->pop();
 }
 
-void PoBase::addElementToCache(const SoElement* element) {
-    if (m_stateValid && !m_cacheValid && m_elementCache && element)
+SoState* PoBase::dependOn(int stackIndex) {
+    if (!m_stateValid || !m_state)
+        return nullptr;
+    if (std::find(m_usedElements.begin(), m_usedElements.end(), stackIndex) == m_usedElements.end())
+        m_usedElements.push_back(stackIndex);
+    const SoElement* element = PoClassRegistration::readableElement(m_state, stackIndex);
+    if (element && !m_cacheValid && m_elementCache)
         m_elementCache->addElement(element);
+    return m_state;
 }
 
 // --------------------------------------------------- rebuild bracket

@@ -1,21 +1,21 @@
 #include <Quillon/graph/PoPlotwright.h>
 
+#include <Quillon/Quillon.h>
+
+#include "graph/PoClassManifest.h"
+
 PO_KIT_ABSTRACT_SOURCE(PoPlotwright, PoBase)
 
 namespace {
-// The chart node kits in their order of registration; unregistration runs
-// the list backwards.
-const PoClassRegistration::ClassEntry s_chartClasses[] = {
-    PO_CLASS_ENTRY(PoPlotwright),
-};
+const PoClassManifest::Entry s_chartClasses[] = {PO_CHART_KIT_CLASSES(PO_CLASS_ENTRY)};
 } // namespace
 
 void PoPlotwright::initClasses(void) {
-    PoClassRegistration::initAll(s_chartClasses);
+    PoClassManifest::initAll(s_chartClasses);
 }
 
 void PoPlotwright::exitClasses(void) {
-    PoClassRegistration::exitAllReversed(s_chartClasses);
+    PoClassManifest::exitAllReversed(s_chartClasses);
 }
 
 PoPlotwright::PoPlotwright() {

@@ -2,6 +2,8 @@
 
 #include <Quillon/nodes/PoDataMappingElement.h>
 
+#include "nodes/PoFieldWatch.h"
+
 #include <Inventor/actions/SoAction.h>
 
 PO_NODE_ABSTRACT_SOURCE(PoDataMapping, PoNode)

@@ -2,6 +2,8 @@
 
 #include <Quillon/nodes/PoDomainElement.h>
 
+#include "nodes/PoFieldWatch.h"
+
 #include <Inventor/actions/SoAction.h>
 
 PO_NODE_SOURCE(PoDomain, PoNode)

@@ -1,5 +1,7 @@
 #include <Quillon/nodes/PoLinearDataMapping.h>
 
+#include "nodes/PoFieldWatch.h"
+
 PO_NODE_SOURCE(PoLinearDataMapping, PoDataMapping)
 
 PoLinearDataMapping::PoLinearDataMapping() {

@@ -2,6 +2,8 @@
 
 #include <Quillon/nodes/PoMiscTextAttrElement.h>
 
+#include "nodes/PoFieldWatch.h"
+
 #include <Inventor/actions/SoAction.h>
 
 PO_NODE_SOURCE(PoMiscTextAttr, PoNode)

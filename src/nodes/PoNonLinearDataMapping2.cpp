@@ -2,6 +2,8 @@
 
 #include <Quillon/graph/PoDebugError.h>
 
+#include "nodes/PoFieldWatch.h"
+
 PO_NODE_SOURCE(PoNonLinearDataMapping2, PoDataMapping)
 
 PoNonLinearDataMapping2::PoNonLinearDataMapping2() {

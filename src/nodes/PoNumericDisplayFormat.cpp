@@ -2,6 +2,8 @@
 
 #include <Quillon/nodes/PoNumericDisplayFormatElement.h>
 
+#include "nodes/PoFieldWatch.h"
+
 #include <Inventor/actions/SoAction.h>
 
 PO_NODE_SOURCE(PoNumericDisplayFormat, PoNode)

@@ -1,21 +1,8 @@
 #include <Quillon/nodes/PoSFMesh.h>
 
-#include <Quillon/nodes/PoSFCartesianGrid2D.h>
-#include <Quillon/nodes/PoSFCartesianGrid3D.h>
-#include <Quillon/nodes/PoSFHexahedronMesh3D.h>
-#include <Quillon/nodes/PoSFIndexedMesh2D.h>
-#include <Quillon/nodes/PoSFIndexedMesh3D.h>
-#include <Quillon/nodes/PoSFIrregularMesh1D.h>
-#include <Quillon/nodes/PoSFParalCartesianGrid2D.h>
-#include <Quillon/nodes/PoSFParalCartesianGrid3D.h>
-#include <Quillon/nodes/PoSFPolarGrid2D.h>
-#include <Quillon/nodes/PoSFQuadrangleMesh2D.h>
-#include <Quillon/nodes/PoSFRegularCartesianGrid2D.h>
-#include <Quillon/nodes/PoSFRegularCartesianGrid3D.h>
-#include <Quillon/nodes/PoSFRegularMesh1D.h>
-#include <Quillon/nodes/PoSFTetrahedronMesh3D.h>
-#include <Quillon/nodes/PoSFTriangleMesh2D.h>
+#include <Quillon/Quillon.h>
 
+#include "graph/PoClassManifest.h"
 #include "nodes/PiMeshReader.h"
 #include "nodes/PiMeshRecord.h"
 #include "nodes/PiMeshSets.h"
@@ -29,26 +16,7 @@
 SoType PoSFMesh::s_classTypeId;
 
 namespace {
-// The mesh field types in their order of registration; unregistration runs
-// the list backwards.
-const PoClassRegistration::ClassEntry s_meshFieldClasses[] = {
-    PO_CLASS_ENTRY(PoSFMesh),
-    PO_CLASS_ENTRY(PoSFCartesianGrid3D),
-    PO_CLASS_ENTRY(PoSFParalCartesianGrid3D),
-    PO_CLASS_ENTRY(PoSFRegularCartesianGrid3D),
-    PO_CLASS_ENTRY(PoSFIndexedMesh3D),
-    PO_CLASS_ENTRY(PoSFHexahedronMesh3D),
-    PO_CLASS_ENTRY(PoSFTetrahedronMesh3D),
-    PO_CLASS_ENTRY(PoSFCartesianGrid2D),
-    PO_CLASS_ENTRY(PoSFPolarGrid2D),
-    PO_CLASS_ENTRY(PoSFParalCartesianGrid2D),
-    PO_CLASS_ENTRY(PoSFRegularCartesianGrid2D),
-    PO_CLASS_ENTRY(PoSFIndexedMesh2D),
-    PO_CLASS_ENTRY(PoSFTriangleMesh2D),
-    PO_CLASS_ENTRY(PoSFQuadrangleMesh2D),
-    PO_CLASS_ENTRY(PoSFIrregularMesh1D),
-    PO_CLASS_ENTRY(PoSFRegularMesh1D),
-};
+const PoClassManifest::Entry s_meshFieldClasses[] = {PO_MESH_FIELD_CLASSES(PO_CLASS_ENTRY)};
 } // namespace
 
 SoType PoSFMesh::getClassTypeId(void) {
@@ -95,11 +63,11 @@ void PoSFMesh::exitClass(void) {
 }
 
 void PoSFMesh::initClasses(void) {
-    PoClassRegistration::initAll(s_meshFieldClasses);
+    PoClassManifest::initAll(s_meshFieldClasses);
 }
 
 void PoSFMesh::exitClasses(void) {
-    PoClassRegistration::exitAllReversed(s_meshFieldClasses);
+    PoClassManifest::exitAllReversed(s_meshFieldClasses);
 }
 
 PoSFMesh::PoSFMesh() = default;

@@ -5,6 +5,8 @@
 
 #include "PbDataObjectTestFixture.h"
 
+#include <thread>
+
 namespace {
 const SbColor black(0, 0, 0), white(1, 1, 1), grey(0.5f, 0.5f, 0.5f);
 const SbColor red(1, 0, 0), green(0, 1, 0), blue(0, 0, 1);
@@ -206,4 +208,62 @@ TEST_F(PbDataMappingTest, EveryMappingHasItsOwnIdAndKind) {
     EXPECT_EQ(second.getId(), first.getId() + 1);
     EXPECT_EQ(first.getClassType(), PbDataMapping::LINEAR);
     EXPECT_EQ(second.getClassType(), PbDataMapping::NON_LINEAR2);
+}
+
+TEST_F(PbDataMappingTest, ColoursFilledForTheCallerMatchThePointerFormsAndLeaveNoColourAlone) {
+    PbLinearDataMapping linear;
+    linear.setValues(0, red, 0.2f, 1, blue, 0.6f);
+    linear.setMinThreshold(0.1f);              // no colour
+    linear.setMaxThreshold(0.9f, green, 0.7f); // a colour
+    linear.enableThresholds(1, 1);
+    PbNonLinearDataMapping function;
+    PbNonLinearDataMapping2 levels;
+    const float values[] = {0.3f, 0.6f};
+    const SbColor colors[] = {red, green, blue};
+    levels.setValues(PbNonLinearDataMapping2::NON_LINEAR_PER_LEVEL, 2, values, colors);
+    for (const PbDataMapping* mapping :
+         {static_cast<const PbDataMapping*>(&linear), static_cast<const PbDataMapping*>(&function),
+          static_cast<const PbDataMapping*>(&levels)}) {
+        for (float value : {-1.0f, 0.05f, 0.1f, 0.45f, 0.6f, 0.95f, 2.0f}) {
+            SCOPED_TRACE(::testing::Message() << mapping->getClassType() << " at " << value);
+            float expectedTransparency = -1;
+            const SbColor* expected = mapping->getRGBColor(value, expectedTransparency);
+            SbColor color = white;
+            float transparency = -1;
+            EXPECT_EQ(mapping->getRGBColor(value, color, transparency), expected != nullptr);
+            EXPECT_TRUE(colorIs(&color, expected ? *expected : white));
+            EXPECT_EQ(transparency, expectedTransparency);
+        }
+    }
+    SbColor color = white;
+    EXPECT_FALSE(linear.getRGBColor(0.1f, color));
+    EXPECT_TRUE(linear.getRGBColor(0.5f, color));
+    EXPECT_TRUE(colorIs(&color, SbColor(0.5f, 0, 0.5f)));
+}
+
+TEST_F(PbDataMappingTest, ThreadsColourWithOneMappingAtOnce) {
+    PbNonLinearDataMapping2 mapping;
+    const float values[] = {0, 1};
+    const SbColor colors[] = {red, blue};
+    mapping.setValues(PbNonLinearDataMapping2::LINEAR_PER_LEVEL, 2, values, colors);
+    // Each thread colours a value of its own, many times over, and checks
+    // each colour against the one taken before the threads start.
+    const int numThreads = 4, numCalls = 200000;
+    std::vector<SbColor> expected(numThreads);
+    for (int t = 0; t < numThreads; ++t)
+        mapping.getRGBColor((t + 0.5f) / numThreads, expected[t]);
+    std::vector<int> mismatches(numThreads, 0);
+    std::vector<std::thread> threads;
+    for (int t = 0; t < numThreads; ++t) {
+        threads.emplace_back([&, t] {
+            for (int i = 0; i < numCalls; ++i) {
+                SbColor color;
+                mapping.getRGBColor((t + 0.5f) / numThreads, color);
+                mismatches[t] += color != expected[t];
+            }
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(mismatches, std::vector<int>(numThreads, 0));
 }

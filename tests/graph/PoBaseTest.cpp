@@ -1,13 +1,16 @@
 #include <Quillon/PoQuillon.h>
 #include <Quillon/graph/PbDomain.h>
 #include <Quillon/nodes/PoDomain.h>
+#include <Quillon/nodes/PoLinearDataMapping.h>
 
 #include "support/ErrorRecorder.h"
 #include "support/LibraryTest.h"
 #include "support/RecordingKit.h"
 #include "support/SceneIO.h"
+#include "support/TestClassRegistration.h"
 
 #include <Inventor/actions/SoCallbackAction.h>
+#include <Inventor/actions/SoGetBoundingBoxAction.h>
 #include <Inventor/actions/SoSearchAction.h>
 #include <Inventor/actions/SoWriteAction.h>
 #include <Inventor/misc/SoState.h>
@@ -20,6 +23,34 @@
 
 #include <string>
 #include <vector>
+
+// A kit one level below the recording kit, watching a field of its own.
+class LayeredKit : public RecordingKit {
+    PO_KIT_HEADER(LayeredKit);
+
+public:
+    SoSFFloat extra;
+
+    LayeredKit() {
+        SO_KIT_CONSTRUCTOR(LayeredKit);
+        SO_KIT_ADD_FIELD(extra, (0.0f));
+        SO_KIT_INIT_INSTANCE();
+        watchFields({&extra});
+    }
+    static void ensureRegistered() {
+        RecordingKit::ensureRegistered();
+        TestClassRegistration::registerForThisTest<LayeredKit>();
+    }
+
+    using PoBase::isFieldHasChanged;
+    using PoBase::setUpConnections;
+    using PoBase::storeFieldsChanged;
+
+protected:
+    ~LayeredKit() override = default;
+};
+
+PO_KIT_SOURCE(LayeredKit, RecordingKit)
 
 namespace {
 // The recording kit with the protected settings a derived kit would use.
@@ -89,6 +120,46 @@ TEST_F(PoBaseTest, ChangedFieldsAreRecordedOnlyWhileStoring) {
     kit->storeFieldsChanged(1);
     kit->value = 2.0f;
     EXPECT_TRUE(kit->isFieldHasChanged(&kit->value));
+}
+
+TEST_F(PoBaseTest, WatchedFieldsOfEveryLevelFollowTheKitsConnections) {
+    LayeredKit::ensureRegistered();
+    auto* layered = new LayeredKit;
+    root->addChild(layered);
+    layered->storeFieldsChanged(1);
+    traverse();
+    const struct {
+        SoSFFloat* field;
+        const char* name;
+    } fields[] = {{&layered->value, "value"}, {&layered->extra, "extra"}};
+    for (const auto& watched : fields) {
+        SCOPED_TRACE(watched.name);
+        layered->setUpConnections(FALSE);
+        watched.field->setValue(watched.field->getValue() + 1.0f);
+        EXPECT_FALSE(layered->isModified());
+        EXPECT_FALSE(layered->isFieldHasChanged(watched.field));
+
+        // Connecting again marks the kit changed, as after reading it.
+        layered->setUpConnections(TRUE);
+        EXPECT_TRUE(layered->isModified());
+        traverse();
+        watched.field->setValue(watched.field->getValue() + 1.0f);
+        EXPECT_TRUE(layered->isModified());
+        EXPECT_TRUE(layered->isFieldHasChanged(watched.field));
+        traverse();
+    }
+
+    // A copy watches its own fields, and with update method 0 rebuilds
+    // inside the assignment, where no traversal state is there to read.
+    auto* copy = static_cast<LayeredKit*>(layered->copy());
+    copy->ref();
+    copy->setUpdateMethod(PoBase::UPDATE_IMMEDIATELY);
+    const int built = copy->rebuildCount;
+    copy->extra = 5.0f;
+    EXPECT_EQ(copy->rebuildCount, built + 1);
+    EXPECT_EQ(copy->lastDataMapping, nullptr);
+    EXPECT_FALSE(layered->isModified());
+    copy->unref();
 }
 
 TEST_F(PoBaseTest, SensorListsRefuseCountsThatDoNotFit) {
@@ -292,4 +363,26 @@ TEST_F(PoBaseTest, CopiesCatchActionsForThemselves) {
     EXPECT_EQ(static_cast<RecordingKit*>(rootCopy->getChild(0))->rebuildCount, 1);
     EXPECT_EQ(kit->rebuildCount, 0);
     rootCopy->unref();
+}
+
+TEST_F(PoBaseTest, ElementsReadByTheLastRebuildKeepCachesAboveTheKitHonest) {
+    // A separator that caches its bounding box skips its children while
+    // its cache holds; the cache must depend on the mapping the kit read,
+    // also when it was made at a traversal that rebuilt nothing.
+    auto* mapping = new PoLinearDataMapping;
+    auto* caching = new SoSeparator;
+    caching->boundingBoxCaching = SoSeparator::ON;
+    caching->addChild(kit);
+    root->replaceChild(kit, caching);
+    root->insertChild(mapping, 0);
+    SoGetBoundingBoxAction boxes(SbViewportRegion(100, 100));
+    boxes.apply(root);
+    EXPECT_EQ(kit->rebuildCount, 1);
+    caching->addChild(new SoCube); // a new cache, made without a rebuild
+    boxes.apply(root);
+    EXPECT_EQ(kit->rebuildCount, 1);
+
+    mapping->color2 = SbColor(1, 0, 0);
+    boxes.apply(root);
+    EXPECT_EQ(kit->rebuildCount, 2);
 }

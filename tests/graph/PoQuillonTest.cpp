@@ -1,5 +1,6 @@
 #include <Quillon/Quillon.h>
 
+#include "graph/PoClassManifest.h"
 #include "platform/FsInitModuleCmd.h"
 #include "platform/PfToolkit.h"
 #include "platform/SoFarspan.h"
@@ -21,82 +22,14 @@ SoType typeNamed(const char* name) {
     return SoType::fromName(SbName(name));
 }
 
-// The classes that exist, in the order the library registers them.
+#define NAME_OF(_class_) #_class_,
+#define NAME_OF_REPRESENTATION(_class_, _group_) #_class_,
+
+// The classes, in the order the library registers them.
 const std::vector<const char*> registrationOrder = {
-    "PoBase",
-    "PoPlotwright",
-    "PoVolumwright",
-    "PoDomainElement",
-    "PoNumericDisplayFormatElement",
-    "PoIsovaluesListElement",
-    "PoDateFormatMappingElement",
-    "PoMiscTextAttrElement",
-    "PoDataMappingElement",
-    "PoCellFilterElement",
-    "PoMeshElement",
-    "PoBevelEdgeElement",
-    "PoMesh1DFilterElement",
-    "PoMesh1DHintsElement",
-    "PoProfileElement",
-    "PoLabelHintsElement",
-    "PoNode",
-    "PoDomain",
-    "PoNumericDisplayFormat",
-    "PoIsovaluesList",
-    "PoDateFormatMapping",
-    "PoMiscTextAttr",
-    "PoDataMapping",
-    "PoLinearDataMapping",
-    "PoNonLinearDataMapping",
-    "PoNonLinearDataMapping2",
-    "PoMeshProperty",
-    "PoCartesianGrid3D",
-    "PoParalCartesianGrid3D",
-    "PoRegularCartesianGrid3D",
-    "PoIndexedMesh3D",
-    "PoHexahedronMesh3D",
-    "PoTetrahedronMesh3D",
-    "PoCartesianGrid2D",
-    "PoParalCartesianGrid2D",
-    "PoRegularCartesianGrid2D",
-    "PoPolarGrid2D",
-    "PoIndexedMesh2D",
-    "PoTriangleMesh2D",
-    "PoQuadrangleMesh2D",
-    "PoIrregularMesh1D",
-    "PoRegularMesh1D",
-    "PoBevelEdge",
-    "PoMesh1DFilter",
-    "PoPeriodIndexFilter",
-    "PoIndexListFilter",
-    "PoPeriodFilter",
-    "PoCoordinateListFilter",
-    "PoMesh1DHints",
-    "PoProfile",
-    "PoCircularProfile",
-    "PoEllipticProfile",
-    "PoSquareProfile",
-    "PoProfileCoordinate2",
-    "PoLabelHints",
-    "PoCellFilter",
-    "PoIntervalCellFilter",
-    "PoSFMesh",
-    "PoSFCartesianGrid3D",
-    "PoSFParalCartesianGrid3D",
-    "PoSFRegularCartesianGrid3D",
-    "PoSFIndexedMesh3D",
-    "PoSFHexahedronMesh3D",
-    "PoSFTetrahedronMesh3D",
-    "PoSFCartesianGrid2D",
-    "PoSFPolarGrid2D",
-    "PoSFParalCartesianGrid2D",
-    "PoSFRegularCartesianGrid2D",
-    "PoSFIndexedMesh2D",
-    "PoSFTriangleMesh2D",
-    "PoSFQuadrangleMesh2D",
-    "PoSFIrregularMesh1D",
-    "PoSFRegularMesh1D",
-};
+    "PoBase", PO_CHART_KIT_CLASSES(NAME_OF) PO_MESH_REPRESENTATION_CLASSES(NAME_OF_REPRESENTATION)
+                  PO_ELEMENT_CLASSES(NAME_OF) PO_PROPERTY_NODE_CLASSES(NAME_OF)
+                      PO_MESH_FIELD_CLASSES(NAME_OF)};
 
 bool isElement(const std::string& name) {
     return name.size() > 7 && name.compare(name.size() - 7, 7, "Element") == 0;
@@ -233,4 +166,15 @@ TEST(PoClassRegistration, ClassBeforeParentRegistersParentWithMessage) {
     EXPECT_TRUE(errors.contains("RecordingKit::initClass"));
     EXPECT_NE(PoBase::getClassTypeId(), SoType::badType());
     EXPECT_EQ(RecordingKit::getClassTypeId().getParent(), PoBase::getClassTypeId());
+}
+
+TEST(PoClassManifest, RepresentationKitsLeaveGroupByGroupEachGroupBackwards) {
+    using Group = PoClassManifest::ExitGroup;
+    // Registration interleaves the groups as the representation list does.
+    const std::vector<Group> groups = {
+        Group::BASES,   Group::BASES,   Group::PROBES_AND_CELLS, Group::PROBES_AND_CELLS,
+        Group::STREAMS, Group::STREAMS, Group::SURFACES,         Group::SURFACES,
+        Group::VOLUMES, Group::VOLUMES};
+    EXPECT_EQ(PoClassManifest::exitOrder(groups),
+              (std::vector<size_t>{5, 4, 3, 2, 7, 6, 9, 8, 1, 0}));
 }

@@ -33,15 +33,10 @@ public:
 protected:
     ~MeshReadingKit() override = default;
     void rebuild() override {
-        preRebuild();
+        RebuildScope scope(this);
         ++rebuildCount;
-        if (isStateValid()) {
-            SoState* state = getState();
-            mesh = PoMeshElement::getMesh2D(state);
-            numNodes = mesh ? mesh->getNumNodes() : -1;
-            addElementToCache(PoClassRegistration::readableElement<PoMeshElement>(state));
-        }
-        postRebuild();
+        mesh = readElement<PoMeshElement>(&PoMeshElement::getMesh2D);
+        numNodes = mesh ? mesh->getNumNodes() : -1;
     }
 };
 

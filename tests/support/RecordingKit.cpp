@@ -13,16 +13,10 @@ RecordingKit::RecordingKit() {
     SO_KIT_CONSTRUCTOR(RecordingKit);
     SO_KIT_ADD_FIELD(value, (0.0f));
     SO_KIT_INIT_INSTANCE();
-    createFieldSensorList(1, &m_sensors);
-    SoFieldList fields;
-    fields.append(&value);
-    attachFieldSensorList(&m_sensors, fields);
+    watchFields({&value});
 }
 
-RecordingKit::~RecordingKit() {
-    detachFieldSensorList(&m_sensors);
-    deleteFieldSensorList(&m_sensors);
-}
+RecordingKit::~RecordingKit() = default;
 
 SoSeparator* RecordingKit::getRepresentation() {
     return SO_GET_ANY_PART(this, "alternateRep", SoSeparator);
@@ -35,12 +29,7 @@ void RecordingKit::basicObjectChange(PbBase* object) {
 }
 
 void RecordingKit::rebuild() {
-    preRebuild();
+    RebuildScope scope(this);
     ++rebuildCount;
-    if (isStateValid()) {
-        SoState* state = getState();
-        lastDataMapping = PoDataMappingElement::get(state);
-        addElementToCache(PoClassRegistration::readableElement<PoDataMappingElement>(state));
-    }
-    postRebuild();
+    lastDataMapping = readElement<PoDataMappingElement>();
 }

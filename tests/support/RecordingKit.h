@@ -46,7 +46,4 @@ public:
 protected:
     ~RecordingKit() override;
     void rebuild() override;
-
-private:
-    FieldSensorList m_sensors;
 };

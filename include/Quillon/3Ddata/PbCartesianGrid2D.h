@@ -1,9 +1,10 @@
 #pragma once
 #include <Quillon/3Ddata/PbGrid2D.h>
+#include <Quillon/QuillonApi.h>
 
 // Curvilinear surface grid: the x and y coordinates of every node are
 // given, numX * numY values each, indexed by node number.
-class PbCartesianGrid2D : public PbGrid2D {
+class QUILLON_API PbCartesianGrid2D : public PbGrid2D {
 public:
     explicit PbCartesianGrid2D(int isDataDuplicate = 1);
 

@@ -1,12 +1,13 @@
 #pragma once
 #include <Quillon/3Ddata/PbGrid3D.h>
 #include <Quillon/3Ddata/PbHexahedronCell.h>
+#include <Quillon/QuillonApi.h>
 
 #include <Quillon/3Ddata/PbMeshArray.h>
 
 // Curvilinear grid: x, y and z arrays of numX * numY * numZ values, one per
 // node.  Its cells may be any hexahedra.
-class PbCartesianGrid3D : public PbGrid3D {
+class QUILLON_API PbCartesianGrid3D : public PbGrid3D {
 public:
     explicit PbCartesianGrid3D(int isDataDuplicate = 1);
     PbCartesianGrid3D(int numX, int numY, int numZ, const float* x, const float* y, const float* z,

@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbBase.h>
 
 #include <Inventor/SbBox3f.h>
@@ -34,7 +35,7 @@ class SbPlane;
 // The nodeIndex array is kept, not copied: it must stay unchanged as long
 // as the cell is used (grids pass their getCellNodeIds buffer).  Every form
 // recomputes the kind's own state (projection matrices, cached inverses).
-class PbCell : public PbBase {
+class QUILLON_API PbCell : public PbBase {
 public:
     enum { MAX_NODES = 8 };
 

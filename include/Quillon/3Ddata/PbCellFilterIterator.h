@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 
 class PbMesh;
 class PoCellFilter;
@@ -7,7 +8,7 @@ class PoCellFilter;
 // every cell is accepted; with one, the filter sees each cell's value from
 // cellValues (indexed by cell), or 0 when there are no values.
 //   for (int i = it.first(); i < mesh.getNumCells(); i = it.next()) ...
-class PbCellFilterIterator {
+class QUILLON_API PbCellFilterIterator {
 public:
     PbCellFilterIterator(const PbMesh* mesh, const PoCellFilter* filter = nullptr,
                          const float* cellValues = nullptr);

@@ -1,10 +1,11 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 
 class PbMesh;
 
 // Walks the cells of a mesh by index:
 //   for (int i = it.first(); i < mesh.getNumCells(); i = it.next()) ...
-class PbCellIterator {
+class QUILLON_API PbCellIterator {
 public:
     explicit PbCellIterator(const PbMesh* mesh) : m_mesh(mesh) {}
 

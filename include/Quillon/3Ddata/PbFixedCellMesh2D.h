@@ -1,12 +1,13 @@
 #pragma once
 #include <Quillon/3Ddata/PbIndexedMesh2D.h>
+#include <Quillon/QuillonApi.h>
 
 #include <Inventor/SbString.h>
 
 // Base of the unstructured surface meshes whose cells all have the same
 // number of nodes (the triangle and quadrangle meshes): cells are given by
 // that many node indices each, one cell after the other.
-class PbFixedCellMesh2D : public PbIndexedMesh2D {
+class QUILLON_API PbFixedCellMesh2D : public PbIndexedMesh2D {
 public:
     // Refused with an error, leaving the mesh as it was, as for
     // PbIndexedMesh2D::setGeometry.

@@ -1,6 +1,7 @@
 #pragma once
 #include <Quillon/3Ddata/PbMesh2D.h>
 #include <Quillon/3Ddata/PbQuadrangleCell.h>
+#include <Quillon/QuillonApi.h>
 
 #include <functional>
 
@@ -8,7 +9,7 @@
 // numbered i * numY + j (j varies fastest), and (numX - 1) by (numY - 1)
 // quadrangle cells numbered the same way.  The nodes of cell (i, j) are
 // (i, j), (i+1, j), (i+1, j+1), (i, j+1).
-class PbGrid2D : public PbMesh2D {
+class QUILLON_API PbGrid2D : public PbMesh2D {
 public:
     PbGrid2D(const PbGrid2D& other);
     PbGrid2D& operator=(const PbGrid2D& other);

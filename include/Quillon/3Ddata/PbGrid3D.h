@@ -1,5 +1,6 @@
 #pragma once
 #include <Quillon/3Ddata/PbMesh3D.h>
+#include <Quillon/QuillonApi.h>
 
 class PiGridAxes;
 
@@ -8,7 +9,7 @@ class PiGridAxes;
 // likewise over (numX - 1) x (numY - 1) x (numZ - 1).  The nodes of cell
 // (i, j, k) are n(i,j,k), n(i+1,j,k), n(i+1,j+1,k), n(i,j+1,k), then the
 // same four at k + 1, which is the hexahedron cell's local order.
-class PbGrid3D : public PbMesh3D {
+class QUILLON_API PbGrid3D : public PbMesh3D {
 public:
     PbGrid3D(const PbGrid3D& other);
     PbGrid3D& operator=(const PbGrid3D& other);

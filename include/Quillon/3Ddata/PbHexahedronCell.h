@@ -1,9 +1,10 @@
 #pragma once
 #include <Quillon/3Ddata/PbVolumeCell.h>
+#include <Quillon/QuillonApi.h>
 
 // Hexahedron: quadrangle 0 1 2 3 at the bottom, 4 5 6 7 above it.  Points
 // are located by Newton's method.
-class PbHexahedronCell : public PbVolumeCell {
+class QUILLON_API PbHexahedronCell : public PbVolumeCell {
 public:
     explicit PbHexahedronCell(const PbMesh* owner = nullptr);
 

@@ -1,8 +1,9 @@
 #pragma once
 #include <Quillon/3Ddata/PbUnstructuredMesh3D.h>
+#include <Quillon/QuillonApi.h>
 
 // Volume mesh of hexahedra: cellIndices holds 8 node indices per cell.
-class PbHexahedronMesh3D : public PbUnstructuredMesh3D {
+class QUILLON_API PbHexahedronMesh3D : public PbUnstructuredMesh3D {
 public:
     explicit PbHexahedronMesh3D(int isDataDuplicate = 1);
     PbHexahedronMesh3D(int numNodes, const float* x, const float* y, const float* z, int numCells,

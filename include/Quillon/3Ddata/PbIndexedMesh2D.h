@@ -2,12 +2,13 @@
 #include <Quillon/3Ddata/PbMesh2D.h>
 #include <Quillon/3Ddata/PbQuadrangleCell.h>
 #include <Quillon/3Ddata/PbTriangleCell.h>
+#include <Quillon/QuillonApi.h>
 
 // Unstructured surface mesh of triangles and quadrangles: numNodes nodes
 // with x, y and optional z coordinates, and cells given by their number of
 // nodes (3 or 4) and their node indices, cell after cell.  Keeps, for every
 // node, the cells that own it.
-class PbIndexedMesh2D : public PbMesh2D {
+class QUILLON_API PbIndexedMesh2D : public PbMesh2D {
 public:
     explicit PbIndexedMesh2D(int isDataDuplicate = 1);
     PbIndexedMesh2D(const PbIndexedMesh2D& other);

@@ -1,9 +1,10 @@
 #pragma once
 #include <Quillon/3Ddata/PbMesh1D.h>
 #include <Quillon/3Ddata/PbMeshArray.h>
+#include <Quillon/QuillonApi.h>
 
 // Line mesh whose nodes are placed at the given x values.
-class PbIrregularMesh1D : public PbMesh1D {
+class QUILLON_API PbIrregularMesh1D : public PbMesh1D {
 public:
     explicit PbIrregularMesh1D(int isDataDuplicate = 1);
 

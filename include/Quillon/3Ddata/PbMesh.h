@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbArrayOfInt.h>
 #include <Quillon/graph/PbBase.h>
 
@@ -23,7 +24,7 @@ class PiCellBoxIndex;
 // m_cellBoxesValid when taking new coordinates, and keep m_boundingBox up to
 // date in updateBoundingBox().  findContainingCellInIndex() is a ready-made
 // point location over a spatial index of the cell boxes.
-class PbMesh : public PbBase {
+class QUILLON_API PbMesh : public PbBase {
 public:
     enum DataBinding { PER_CELL = 0, PER_NODE = 1 };
 

@@ -1,12 +1,13 @@
 #pragma once
 #include <Quillon/3Ddata/PbMesh.h>
+#include <Quillon/QuillonApi.h>
 
 // Base of the line meshes: size nodes along the x axis, node i at
 // (getX(i), 0, 0), and size - 1 segments, segment s joining nodes s and
 // s + 1.  Value sets give, for instance, the ordinates of curves.  There is
 // no cell object for a segment: getCell and findContainingCell give null;
 // findSegment locates points along the line.
-class PbMesh1D : public PbMesh {
+class QUILLON_API PbMesh1D : public PbMesh {
 public:
     ~PbMesh1D() override;
 

@@ -1,6 +1,7 @@
 #pragma once
 #include <Quillon/3Ddata/PbMesh.h>
 #include <Quillon/3Ddata/PbMeshArray.h>
+#include <Quillon/QuillonApi.h>
 
 #include <Inventor/SbBox2f.h>
 #include <Inventor/SbVec2f.h>
@@ -13,7 +14,7 @@ class SoMFVec3f;
 // Base of the surface meshes: nodes with x and y coordinates and, when the
 // mesh is a surface in space rather than flat in the plane z = 0, one z
 // coordinate per node.  Cells are triangles or quadrangles.
-class PbMesh2D : public PbMesh {
+class QUILLON_API PbMesh2D : public PbMesh {
 public:
     PbMesh2D(const PbMesh2D& other);
     PbMesh2D& operator=(const PbMesh2D& other);

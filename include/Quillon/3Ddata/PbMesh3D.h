@@ -1,11 +1,12 @@
 #pragma once
 #include <Quillon/3Ddata/PbMesh.h>
+#include <Quillon/QuillonApi.h>
 
 class SbPlane;
 
 // Base of the volume meshes: structured grids and unstructured meshes of
 // tetrahedra, pyramids, wedges and hexahedra.
-class PbMesh3D : public PbMesh {
+class QUILLON_API PbMesh3D : public PbMesh {
 public:
     // Sum of the cells' volumes.
     float getVolume() const override;

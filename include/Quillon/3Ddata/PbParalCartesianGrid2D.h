@@ -1,9 +1,10 @@
 #pragma once
 #include <Quillon/3Ddata/PbCartesianGrid2D.h>
+#include <Quillon/QuillonApi.h>
 
 // Rectilinear surface grid: x holds numX values, one per column i, and y
 // numY values, one per row j; node (i, j) lies at (x[i], y[j]).
-class PbParalCartesianGrid2D : public PbCartesianGrid2D {
+class QUILLON_API PbParalCartesianGrid2D : public PbCartesianGrid2D {
 public:
     explicit PbParalCartesianGrid2D(int isDataDuplicate = 1);
 

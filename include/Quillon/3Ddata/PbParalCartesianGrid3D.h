@@ -1,11 +1,12 @@
 #pragma once
 #include <Quillon/3Ddata/PbCartesianGrid3D.h>
 #include <Quillon/3Ddata/PbVoxelCell.h>
+#include <Quillon/QuillonApi.h>
 
 // Rectilinear grid: an x array of numX values, a y array of numY values and
 // a z array of numZ values; node (i, j, k) lies at (x[i], y[j], z[k]).  It
 // keeps its arrays as the Cartesian grid does, with other sizes.
-class PbParalCartesianGrid3D : public PbCartesianGrid3D {
+class QUILLON_API PbParalCartesianGrid3D : public PbCartesianGrid3D {
 public:
     explicit PbParalCartesianGrid3D(int isDataDuplicate = 1);
     PbParalCartesianGrid3D(int numX, int numY, int numZ, const float* x, const float* y,

@@ -1,9 +1,10 @@
 #pragma once
 #include <Quillon/3Ddata/PbQuadrangleCell.h>
+#include <Quillon/QuillonApi.h>
 
 // Axis-aligned rectangle of a surface grid, located without iteration.
 // Node 0 is the (xmin, ymin) corner and node 2 the opposite one.
-class PbPixelCell : public PbQuadrangleCell {
+class QUILLON_API PbPixelCell : public PbQuadrangleCell {
 public:
     explicit PbPixelCell(const PbMesh* owner = nullptr);
 

@@ -1,9 +1,10 @@
 #pragma once
 #include <Quillon/3Ddata/PbGrid2D.h>
+#include <Quillon/QuillonApi.h>
 
 // Polar surface grid: r holds numX radii, one per i, and t numY angles in
 // radians, one per j; node (i, j) lies at (r[i] cos t[j], r[i] sin t[j]).
-class PbPolarGrid2D : public PbGrid2D {
+class QUILLON_API PbPolarGrid2D : public PbGrid2D {
 public:
     explicit PbPolarGrid2D(int isDataDuplicate = 1);
 

@@ -1,11 +1,12 @@
 #pragma once
 #include <Quillon/3Ddata/PbVolumeCell.h>
+#include <Quillon/QuillonApi.h>
 
 // Pyramid with a quadrangular base (nodes 0 to 3) and its apex (node 4).
 // The apex sits at parametric (0,0,1), not above the centre of the base, and
 // the weights are built on that choice.  Points are located by Newton's
 // method.
-class PbPyramidCell : public PbVolumeCell {
+class QUILLON_API PbPyramidCell : public PbVolumeCell {
 public:
     explicit PbPyramidCell(const PbMesh* owner = nullptr);
 

@@ -1,9 +1,10 @@
 #pragma once
 #include <Quillon/3Ddata/PbSurfaceCell.h>
+#include <Quillon/QuillonApi.h>
 
 // Quadrangle of a surface mesh.  Points are located by Newton's method on
 // the two coordinates that the quadrangle's normal does not dominate.
-class PbQuadrangleCell : public PbSurfaceCell {
+class QUILLON_API PbQuadrangleCell : public PbSurfaceCell {
 public:
     explicit PbQuadrangleCell(const PbMesh* owner = nullptr);
 

@@ -1,9 +1,10 @@
 #pragma once
 #include <Quillon/3Ddata/PbFixedCellMesh2D.h>
+#include <Quillon/QuillonApi.h>
 
 // Unstructured surface mesh of quadrangles, given by 4 node indices per
 // cell.
-class PbQuadrangleMesh2D : public PbFixedCellMesh2D {
+class QUILLON_API PbQuadrangleMesh2D : public PbFixedCellMesh2D {
 public:
     explicit PbQuadrangleMesh2D(int isDataDuplicate = 1);
 };

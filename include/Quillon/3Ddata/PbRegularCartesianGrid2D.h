@@ -1,9 +1,10 @@
 #pragma once
 #include <Quillon/3Ddata/PbGrid2D.h>
+#include <Quillon/QuillonApi.h>
 
 // Regular surface grid: node (i, j) lies at (xmin + i * dx, ymin + j * dy)
 // with dx = (xmax - xmin) / (numX - 1) and dy = (ymax - ymin) / (numY - 1).
-class PbRegularCartesianGrid2D : public PbGrid2D {
+class QUILLON_API PbRegularCartesianGrid2D : public PbGrid2D {
 public:
     explicit PbRegularCartesianGrid2D(int isDataDuplicate = 1);
 

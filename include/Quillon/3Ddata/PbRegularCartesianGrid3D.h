@@ -1,10 +1,11 @@
 #pragma once
 #include <Quillon/3Ddata/PbGrid3D.h>
 #include <Quillon/3Ddata/PbVoxelCell.h>
+#include <Quillon/QuillonApi.h>
 
 // Regular grid: node (i, j, k) lies at (xmin + i dx, ymin + j dy, zmin + k dz)
 // with dx = (xmax - xmin) / (numX - 1), and likewise dy and dz.
-class PbRegularCartesianGrid3D : public PbGrid3D {
+class QUILLON_API PbRegularCartesianGrid3D : public PbGrid3D {
 public:
     explicit PbRegularCartesianGrid3D(int isDataDuplicate = 1);
     PbRegularCartesianGrid3D(int numX, int numY, int numZ, float xmin, float ymin, float zmin,

@@ -1,9 +1,10 @@
 #pragma once
 #include <Quillon/3Ddata/PbMesh1D.h>
+#include <Quillon/QuillonApi.h>
 
 // Line mesh of evenly spaced nodes from xmin to xmax: node i at
 // xmin + i * step, step = (xmax - xmin) / (size - 1).
-class PbRegularMesh1D : public PbMesh1D {
+class QUILLON_API PbRegularMesh1D : public PbMesh1D {
 public:
     explicit PbRegularMesh1D(int isDataDuplicate = 1);
 

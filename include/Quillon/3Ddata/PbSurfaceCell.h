@@ -1,11 +1,12 @@
 #pragma once
 #include <Quillon/3Ddata/PbCell.h>
+#include <Quillon/QuillonApi.h>
 
 // Base of the surface cells (triangle, quadrangle, pixel): cells of a
 // surface mesh whose nodes may lie in the plane z = 0 (mesh without z
 // coordinates) or anywhere in space.  A surface cell has no volume, no
 // isosurface case and a fixed ordering.
-class PbSurfaceCell : public PbCell {
+class QUILLON_API PbSurfaceCell : public PbCell {
 public:
     float getVolume() const override { return 0.0f; }
     unsigned char getIsosurfCaseId(const std::vector<bool>& nodeFlags) const override;

@@ -1,10 +1,11 @@
 #pragma once
 #include <Quillon/3Ddata/PbVolumeCell.h>
+#include <Quillon/QuillonApi.h>
 
 // Tetrahedron.  Points are located in closed form with the inverse of the
 // affine map from parametric to world coordinates, computed on the first
 // location after each fill.
-class PbTetrahedronCell : public PbVolumeCell {
+class QUILLON_API PbTetrahedronCell : public PbVolumeCell {
 public:
     explicit PbTetrahedronCell(const PbMesh* owner = nullptr);
 

@@ -1,8 +1,9 @@
 #pragma once
 #include <Quillon/3Ddata/PbUnstructuredMesh3D.h>
+#include <Quillon/QuillonApi.h>
 
 // Volume mesh of tetrahedra: cellIndices holds 4 node indices per cell.
-class PbTetrahedronMesh3D : public PbUnstructuredMesh3D {
+class QUILLON_API PbTetrahedronMesh3D : public PbUnstructuredMesh3D {
 public:
     explicit PbTetrahedronMesh3D(int isDataDuplicate = 1);
     PbTetrahedronMesh3D(int numNodes, const float* x, const float* y, const float* z, int numCells,

@@ -1,9 +1,10 @@
 #pragma once
 #include <Quillon/3Ddata/PbSurfaceCell.h>
+#include <Quillon/QuillonApi.h>
 
 // Triangle of a surface mesh.  Points are located in closed form after
 // projection on the coordinate plane most facing the triangle.
-class PbTriangleCell : public PbSurfaceCell {
+class QUILLON_API PbTriangleCell : public PbSurfaceCell {
 public:
     explicit PbTriangleCell(const PbMesh* owner = nullptr);
 

@@ -1,5 +1,6 @@
 #pragma once
 #include <Quillon/3Ddata/PbFixedCellMesh2D.h>
+#include <Quillon/QuillonApi.h>
 
 // Unstructured surface mesh of triangles, given by 3 node indices per cell.
 //
@@ -12,7 +13,7 @@
 // bilinear in a quadrangle); the form with derivatives also gives the
 // gradient (d/dx, d/dy) of that interpolation there.  Any node of any
 // triangle mesh may be evaluated this way against any surface mesh.
-class PbTriangleMesh2D : public PbFixedCellMesh2D {
+class QUILLON_API PbTriangleMesh2D : public PbFixedCellMesh2D {
 public:
     explicit PbTriangleMesh2D(int isDataDuplicate = 1);
 

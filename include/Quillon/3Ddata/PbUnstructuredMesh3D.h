@@ -5,6 +5,7 @@
 #include <Quillon/3Ddata/PbPyramidCell.h>
 #include <Quillon/3Ddata/PbTetrahedronCell.h>
 #include <Quillon/3Ddata/PbWedgeCell.h>
+#include <Quillon/QuillonApi.h>
 
 #include <vector>
 
@@ -15,7 +16,7 @@
 // Coordinates and indices are copied when the mesh duplicates its data and
 // referenced otherwise.  Points are located through a spatial index over
 // the cells' boxes.
-class PbUnstructuredMesh3D : public PbMesh3D {
+class QUILLON_API PbUnstructuredMesh3D : public PbMesh3D {
 public:
     ~PbUnstructuredMesh3D() override;
 

@@ -1,5 +1,6 @@
 #pragma once
 #include <Quillon/3Ddata/PbCell.h>
+#include <Quillon/QuillonApi.h>
 
 class PiMarchingCaseTable;
 
@@ -7,7 +8,7 @@ class PiMarchingCaseTable;
 // voxel).  Each kind owns a process-wide table of marching cases, built by
 // the kind's static init() (a counted call; finish() frees the table when
 // the count returns to 0) and read through getMCcase().
-class PbVolumeCell : public PbCell {
+class QUILLON_API PbVolumeCell : public PbCell {
 public:
     // Sum of the areas of the facets.
     float getArea() const override;

@@ -1,10 +1,11 @@
 #pragma once
 #include <Quillon/3Ddata/PbHexahedronCell.h>
+#include <Quillon/QuillonApi.h>
 
 // Axis-aligned hexahedron of a grid, located without iteration.  Node 0 is
 // the (xmin, ymin, zmin) corner and node 6 the opposite one.  It shares the
 // hexahedron's tables, weights and marching cases.
-class PbVoxelCell : public PbHexahedronCell {
+class QUILLON_API PbVoxelCell : public PbHexahedronCell {
 public:
     explicit PbVoxelCell(const PbMesh* owner = nullptr);
 

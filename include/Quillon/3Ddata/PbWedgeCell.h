@@ -1,9 +1,10 @@
 #pragma once
 #include <Quillon/3Ddata/PbVolumeCell.h>
+#include <Quillon/QuillonApi.h>
 
 // Wedge (triangular prism): triangle 0 1 2 at the bottom, 3 4 5 above it.
 // Points are located by Newton's method.
-class PbWedgeCell : public PbVolumeCell {
+class QUILLON_API PbWedgeCell : public PbVolumeCell {
 public:
     explicit PbWedgeCell(const PbMesh* owner = nullptr);
 

@@ -1,9 +1,10 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PoBase.h>
 
 // Base of the mesh representation node kits.  Each one holds a further
 // reference on the library for its lifetime.
-class PoVolumwright : public PoBase {
+class QUILLON_API PoVolumwright : public PoBase {
     PO_KIT_ABSTRACT_HEADER(PoVolumwright);
 
 public:

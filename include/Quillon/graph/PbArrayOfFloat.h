@@ -1,9 +1,10 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbArray.h>
 
 #include <cstdint>
 
-class PbArrayOfFloat : public PbArray<float> {
+class QUILLON_API PbArrayOfFloat : public PbArray<float> {
 public:
     using PbArray<float>::PbArray;
 };

@@ -1,9 +1,10 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbArray.h>
 
 #include <cstdint>
 
-class PbArrayOfInt : public PbArray<int32_t> {
+class QUILLON_API PbArrayOfInt : public PbArray<int32_t> {
 public:
     using PbArray<int32_t>::PbArray;
 };

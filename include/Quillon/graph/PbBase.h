@@ -1,11 +1,12 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 
 class PoBase;
 
 // Base of the library's basic data objects.  Keeps the list of node kits
 // that use the object and tells them, synchronously, when it changes or is
 // destroyed.
-class PbBase {
+class QUILLON_API PbBase {
 public:
     enum ChangeType {
         CHANGE = 0,

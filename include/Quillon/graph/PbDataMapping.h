@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbBase.h>
 
 #include <Inventor/SbColor.h>
@@ -10,9 +11,13 @@
 // all (a null result: users leave such parts out) when the threshold has
 // none; other values are coloured by the kind's rule.
 //
-// The colours returned point into the mapping and are overwritten by the
-// next call on the same mapping.
-class PbDataMapping : public PbBase {
+// The colours that the pointer forms return point into the mapping and are
+// overwritten by the next call on the same mapping.  The forms that fill a
+// colour given by the caller keep nothing in the mapping, so several
+// threads may colour with one mapping at once, as long as no one changes
+// the mapping meanwhile (and, for function-based mappings, the user
+// functions allow it).
+class QUILLON_API PbDataMapping : public PbBase {
 public:
     enum ClassType { LINEAR = 0, NON_LINEAR = 2, NON_LINEAR2 = 3 };
 
@@ -21,6 +26,10 @@ public:
 
     const SbColor* getRGBColor(float value) const;
     const SbColor* getRGBColor(float value, float& transparency) const;
+    // The colour of a value into color; FALSE, with color left as it was,
+    // when the value has no colour.  The transparency is given either way.
+    SbBool getRGBColor(float value, SbColor& color) const;
+    SbBool getRGBColor(float value, SbColor& color, float& transparency) const;
     // The same colour as hue (degrees), lightness, saturation.
     const float* getHLSColor(float value) const;
     const float* getHLSColor(float value, float& transparency) const;
@@ -64,17 +73,17 @@ public:
 protected:
     PbDataMapping();
 
-    // Computes the colour of a value that no threshold caught into the
-    // result colour, and its transparency.
-    virtual void computeColor(float value, float& transparency) const = 0;
+    // The colour of a value that no threshold caught, and its
+    // transparency.  Called concurrently by the thread-safe forms: it keeps
+    // nothing in the mapping.
+    virtual SbColor computeColor(float value, float& transparency) const = 0;
 
-    SbColor& resultColor() const { return m_resultColor; }
     // Interpolates (and extrapolates) between two colours and transparencies
     // at two values; each channel and the transparency are clamped to
-    // [0, 1].  Stores the colour in the result colour.
-    void interpolate(float value, float valueA, const SbColor& colorA, float transparencyA,
-                     float valueB, const SbColor& colorB, float transparencyB,
-                     float& transparency) const;
+    // [0, 1].
+    static SbColor interpolate(float value, float valueA, const SbColor& colorA,
+                               float transparencyA, float valueB, const SbColor& colorB,
+                               float transparencyB, float& transparency);
     void notifyChanged();
 
 private:
@@ -86,6 +95,7 @@ private:
         int hasColor = 0;
     };
 
+    const Threshold* catchingThreshold(float value) const;
     void setThreshold(Threshold& threshold, float value, const SbColor* color, float transparency);
     void setHlsThreshold(Threshold& threshold, const char* methodName, float value,
                          const float hlsColor[3], float transparency);

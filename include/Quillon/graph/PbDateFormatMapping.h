@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbBase.h>
 
 #include <Inventor/SbString.h>
@@ -12,7 +13,7 @@
 // fraction of the second, and "%f" six of them.  The fraction is rounded to
 // the finest "%Nf" of the format, carrying into the seconds; without one,
 // time values are truncated to the second.
-class PbDateFormatMapping : public PbBase {
+class QUILLON_API PbDateFormatMapping : public PbBase {
 public:
     // "%Y-%m-%d %H:%M:%S"
     static const char* const DEFAULT_FORMAT;

@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbBase.h>
 
 #include <Inventor/SbBox2f.h>
@@ -18,7 +19,7 @@ class SoTransform;
 // and MIN_BOUNDING_BOX by a square of side min(dx, dy), both centred on the
 // same point; z is then 0 to 1.  For the 3D forms the same rule makes a
 // cube, of side max(dx, dy, dz) or min(dx, dy, dz), centred on the box.
-class PbDomain : public PbBase {
+class QUILLON_API PbDomain : public PbBase {
 public:
     enum TransformType {
         TRANSFORM_01 = 0,

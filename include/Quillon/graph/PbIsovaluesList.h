@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbBase.h>
 
 #include <cstdio>
@@ -7,7 +8,7 @@
 // The ascending list of values at which isolines, isosurfaces and filled
 // levels are drawn, regular (evenly spaced) or irregular.  The default
 // list is 1, 2, ..., 10.
-class PbIsovaluesList : public PbBase {
+class QUILLON_API PbIsovaluesList : public PbBase {
 public:
     PbIsovaluesList();
     PbIsovaluesList(float min, float max, int count);

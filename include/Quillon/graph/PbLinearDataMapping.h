@@ -1,10 +1,11 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbDataMapping.h>
 
 // Colours values by interpolating between two (value, colour, transparency)
 // points; values outside extrapolate and saturate channel by channel.  The
 // default runs from black at 0 to white at 1, both opaque.
-class PbLinearDataMapping : public PbDataMapping {
+class QUILLON_API PbLinearDataMapping : public PbDataMapping {
 public:
     PbLinearDataMapping();
 
@@ -27,7 +28,7 @@ public:
     void print(FILE* fp) const override;
 
 protected:
-    void computeColor(float value, float& transparency) const override;
+    SbColor computeColor(float value, float& transparency) const override;
 
 private:
     float m_value1 = 0;

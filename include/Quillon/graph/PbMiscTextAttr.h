@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbBase.h>
 
 #include <Inventor/SbString.h>
@@ -7,7 +8,7 @@
 
 // Text attributes shared by all chart texts: font, line breaking, profiles
 // of 3D text and outlining.
-class PbMiscTextAttr : public PbBase {
+class QUILLON_API PbMiscTextAttr : public PbBase {
 public:
     PbMiscTextAttr();
     // Copying takes every attribute except outlining, which stays the

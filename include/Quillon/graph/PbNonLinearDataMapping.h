@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbDataMapping.h>
 
 #include <Inventor/SbLinear.h>
@@ -9,7 +10,7 @@
 // of the transparency function of the value if set, else of the one with
 // user data if set, else 0.  The user data pointer is shared by the forms
 // that take one.
-class PbNonLinearDataMapping : public PbDataMapping {
+class QUILLON_API PbNonLinearDataMapping : public PbDataMapping {
 public:
     using RGBFunction = SbColor (*)(float value);
     using RGBFunctionWithData = SbColor (*)(void* userData, float value);
@@ -32,7 +33,7 @@ public:
     void print(FILE* fp) const override;
 
 protected:
-    void computeColor(float value, float& transparency) const override;
+    SbColor computeColor(float value, float& transparency) const override;
 
 private:
     // Makes the function the only colour function, with its user data.

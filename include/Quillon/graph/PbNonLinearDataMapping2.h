@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbDataMapping.h>
 
 #include <memory>
@@ -10,7 +11,7 @@
 // LINEAR_PER_LEVEL: n colours at the n values, interpolated in between and
 // extrapolated (saturating) beyond the first and last intervals; a single
 // value gives its colour everywhere.
-class PbNonLinearDataMapping2 : public PbDataMapping {
+class QUILLON_API PbNonLinearDataMapping2 : public PbDataMapping {
 public:
     enum Type { NON_LINEAR_PER_LEVEL = 0, LINEAR_PER_LEVEL = 1 };
     // Hue (degrees), lightness, saturation.
@@ -40,7 +41,7 @@ public:
     void print(FILE* fp) const override;
 
 protected:
-    void computeColor(float value, float& transparency) const override;
+    SbColor computeColor(float value, float& transparency) const override;
 
 private:
     int colorCount(Type type, int numValues) const;
@@ -49,8 +50,8 @@ private:
     void store(Type type, int numValues, const float* values, const SbColor* colors,
                const float* transparencies);
     void sortByValue();
-    void levelColor(float value, float& transparency) const;
-    void interpolatedColor(float value, float& transparency) const;
+    SbColor levelColor(float value, float& transparency) const;
+    SbColor interpolatedColor(float value, float& transparency) const;
 
     Type m_type = LINEAR_PER_LEVEL;
     std::vector<float> m_values;

@@ -1,11 +1,12 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbBase.h>
 
 #include <cstdio>
 
 // How numbers are written: chosen automatically from the values, or
 // fixed-point, or integer, with a power of ten by which values are divided.
-class PbNumericDisplayFormat : public PbBase {
+class QUILLON_API PbNumericDisplayFormat : public PbBase {
 public:
     enum FormatType { AUTO_FORMAT = 0, FLOAT_FORMAT = 1, INTEGER_FORMAT = 2 };
 

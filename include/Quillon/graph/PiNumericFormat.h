@@ -1,5 +1,6 @@
 #pragma once
 #include <Inventor/SbString.h>
+#include <Quillon/QuillonApi.h>
 
 class PbNumericDisplayFormat;
 
@@ -8,7 +9,7 @@ class PbNumericDisplayFormat;
 // automatic choice keeps the power of ten a multiple of three and gives just
 // the decimals that the step and the minimum need.  The decimal separator is
 // always a point, whatever the locale.
-class PiNumericFormat {
+class QUILLON_API PiNumericFormat {
 public:
     // Size of the buffer that getString(float, char*) may fill, terminator
     // included; longer texts are cut.

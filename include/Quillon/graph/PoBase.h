@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbDomain.h>
 #include <Quillon/graph/PoClassRegistration.h>
 #include <Quillon/graph/PoLibraryReference.h>
@@ -11,9 +12,14 @@
 #include <Inventor/nodes/SoLightModel.h>
 
 #include <cstdint>
+#include <initializer_list>
+#include <memory>
+#include <utility>
+#include <vector>
 
 class PbBase;
 class PbDataMapping;
+class PoFieldWatch;
 class SoCache;
 class SoCallback;
 class SoFieldSensor;
@@ -33,7 +39,25 @@ class SoWriteAction;
 // rebuilds a private representation under its alternateRep part lazily, at
 // the next traversal after a watched field, a connected data object or a
 // traversal-state element that the last rebuild read has changed.
-class PoBase : private PoLibraryReference, public SoBaseKit {
+//
+// A kit, at each level of derivation, names its own fields once with
+// watchFields() in its constructor, reads the traversal state with
+// readElement() while it rebuilds, and opens its rebuild() with a
+// RebuildScope:
+//
+//     PoMyKit::PoMyKit() {
+//         SO_KIT_CONSTRUCTOR(PoMyKit);
+//         SO_KIT_ADD_FIELD(scale, (1.0f));
+//         SO_KIT_INIT_INSTANCE();
+//         watchFields({&scale});
+//     }
+//
+//     void PoMyKit::rebuild(void) {
+//         RebuildScope scope(this); // preRebuild() now, postRebuild() on return
+//         const PbDataMapping* mapping = readElement<PoDataMappingElement>();
+//         ... build the parts under alternateRep ...
+//     }
+class QUILLON_API PoBase : private PoLibraryReference, public SoBaseKit {
     PO_KIT_ABSTRACT_HEADER(PoBase);
 
     SO_KIT_CATALOG_ENTRY_HEADER(catchActionCallback);
@@ -142,6 +166,44 @@ protected:
     SbBool readInstance(SoInput* in, unsigned short flags) override;
     SbBool setUpConnections(SbBool onOff, SbBool doItAlways = FALSE) override;
 
+    // Watches fields of the kit: a change of any of them reaches
+    // fieldSensorCB with the field's sensor, so it marks the kit changed (or
+    // rebuilds it at once, with update method 0) and is recorded while
+    // storing changed fields is on.  Each level of derivation calls it once,
+    // at the end of its constructor, with its own fields.  The kit is then
+    // connected (setUpConnections), and from then on connecting attaches the
+    // sensors level by level from the base, disconnecting detaches them in
+    // the reverse order; they are deleted with the kit.  Returns the fields
+    // given, for setListFieldsDefault.
+    SoFieldList watchFields(std::initializer_list<SoField*> fields);
+
+    // Reads the traversal state through an element's getter (by default
+    // Element::get) and makes the element a dependency of the kit: it is
+    // recorded in the element cache that a rebuild fills, and read again by
+    // addElementsAllCaches at the traversals that rebuild nothing, so that
+    // the caches of separators above the kit record it too.  A later change
+    // of the element rebuilds the kit.  Outside a traversal the getter is
+    // given no state and answers its default (null for objects).
+    template <class Element> auto readElement(void) { return readElement<Element>(&Element::get); }
+    template <class Element, class Result, class... Params, class... Args>
+    Result readElement(Result (*getter)(SoState*, Params...), Args&&... args) {
+        return getter(dependOn(Element::getClassStackIndex()), std::forward<Args>(args)...);
+    }
+
+    // Brackets a rebuild: preRebuild() when it is made, postRebuild() when
+    // it goes out of scope, on every way out of rebuild().  A kit that
+    // overrides preRebuild or postRebuild calls its parent's first.
+    class RebuildScope {
+    public:
+        explicit RebuildScope(PoBase* kit) : m_kit(kit) { m_kit->preRebuild(); }
+        ~RebuildScope() { m_kit->postRebuild(); }
+        RebuildScope(const RebuildScope&) = delete;
+        RebuildScope& operator=(const RebuildScope&) = delete;
+
+    private:
+        PoBase* m_kit;
+    };
+
     void createFieldSensorList(int count, FieldSensorList* list);
     void deleteFieldSensorList(FieldSensorList* list);
     void attachFieldSensorList(FieldSensorList* list, const SoFieldList& fields);
@@ -165,14 +227,9 @@ protected:
     void setDomainTransform(const PbDomain* domain);
     void changeConnection(PbBase* oldObject, PbBase* newObject);
     void rebuildCache(SoCache** cache);
-    // Records an element read during a rebuild in the element cache.
-    void addElementToCache(const SoElement* element);
 
     void setLightModel(SoLightModel::Model model);
     void setDrawStyleAK(const SbString& prefix, SoDrawStyle::Style style);
-
-    // The element cache, for derived kits that record elements themselves.
-    SoCache* getElementCache(void) const { return m_elementCache; }
 
     static void fieldSensorCB(void* data, SoSensor* sensor);
 
@@ -187,6 +244,9 @@ private:
     void updateDomainCache(void);
     void rebuildWithoutNotification(void);
     void markChanged(void);
+    // The state for reading the element, after recording the element as a
+    // dependency; null outside a traversal.
+    SoState* dependOn(int stackIndex);
 
     static NodeWriteFormat s_nodeWriteFormat;
     static TextType s_textType;
@@ -215,4 +275,7 @@ private:
     RebuildCallback m_postRebuildCallback = nullptr;
     void* m_postRebuildData = nullptr;
     SoWriteAction* m_writeAction = nullptr;
+    std::vector<std::unique_ptr<PoFieldWatch>> m_fieldWatches;
+    // Stack indices of the elements read since the element cache was made.
+    std::vector<int> m_usedElements;
 };

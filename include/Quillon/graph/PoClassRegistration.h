@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 // Class registration shared by every node, node kit and element of the library.
 //
 // Headers use PO_NODE_HEADER, PO_KIT_HEADER, PO_ELEMENT_HEADER (or their
@@ -18,11 +19,10 @@
 #include <Inventor/misc/SoState.h>
 #include <Inventor/nodekits/SoSubKit.h>
 #include <Inventor/nodes/SoSubNode.h>
-#include <cstddef>
 
 class SoNodekitCatalog;
 
-class PoClassRegistration {
+class QUILLON_API PoClassRegistration {
 public:
     // Serialises registration across threads; recursive because a class
     // may register its parent while holding it.
@@ -44,27 +44,16 @@ public:
 
     // The element of the state for reading, recorded in the caches open on
     // the state; null when the action traversing does not carry it.
-    template <class Element> static const Element* readableElement(SoState* state) {
-        if (!state || !state->isElementEnabled(Element::getClassStackIndex()))
+    static const SoElement* readableElement(SoState* state, int stackIndex) {
+        if (!state || !state->isElementEnabled(stackIndex))
             return nullptr;
-        const SoElement* element = state->getConstElement(Element::getClassStackIndex());
+        const SoElement* element = state->getConstElement(stackIndex);
         if (state->isCacheOpen())
             SoCacheElement::addElement(state, element);
-        return static_cast<const Element*>(element);
+        return element;
     }
-
-    // One class of a family list: its registration and unregistration.
-    struct ClassEntry {
-        void (*init)(void);
-        void (*exit)(void);
-    };
-    template <size_t N> static void initAll(const ClassEntry (&classes)[N]) {
-        for (const ClassEntry& entry : classes)
-            entry.init();
-    }
-    template <size_t N> static void exitAllReversed(const ClassEntry (&classes)[N]) {
-        for (size_t i = N; i-- > 0;)
-            classes[i].exit();
+    template <class Element> static const Element* readableElement(SoState* state) {
+        return static_cast<const Element*>(readableElement(state, Element::getClassStackIndex()));
     }
 
     class Guard {
@@ -83,11 +72,6 @@ public:
          ? static_cast<_class_*>(                                                                  \
                SoReplacedElement::getElement(_state_, _class_::classStackIndex, _node_))           \
          : nullptr)
-
-#define PO_CLASS_ENTRY(_class_)                                                                    \
-    PoClassRegistration::ClassEntry {                                                              \
-        &_class_::initClass, &_class_::exitClass                                                   \
-    }
 
 // ---------------------------------------------------------------- headers
 
@@ -270,8 +254,7 @@ private:                                                                        
             element->m_value = value;                                                              \
     }                                                                                              \
     const _valuetype_* _class_::get(SoState* state) {                                              \
-        auto* element =                                                                            \
-            static_cast<const _class_*>(SoElement::getConstElement(state, classStackIndex));       \
+        const _class_* element = PoClassRegistration::readableElement<_class_>(state);             \
         return element ? element->m_value : nullptr;                                               \
     }
 

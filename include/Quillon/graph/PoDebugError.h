@@ -1,9 +1,10 @@
 #pragma once
 #include <Inventor/errors/SoError.h>
+#include <Quillon/QuillonApi.h>
 
 // The library's error poster.  Messages reach the installed handler as
 // "Quillon error in <method>(): <message>" (or " warning in ", or ": in ").
-class PoDebugError : public SoError {
+class QUILLON_API PoDebugError : public SoError {
 public:
     enum Severity { ERROR = 0, WARNING = 1, INFO = 2 };
 

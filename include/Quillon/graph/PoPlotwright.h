@@ -1,9 +1,10 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PoBase.h>
 
 // Base of the chart node kits: axes, curves, histograms, pie charts,
 // legends, labels and plane or spatial shapes.
-class PoPlotwright : public PoBase {
+class QUILLON_API PoPlotwright : public PoBase {
     PO_KIT_ABSTRACT_HEADER(PoPlotwright);
 
 public:

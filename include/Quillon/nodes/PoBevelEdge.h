@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/nodes/PoNode.h>
 
 #include <Inventor/fields/SoSFBool.h>
@@ -8,7 +9,7 @@
 // Bevels the edges of the bars and extruded shapes drawn below it: edges
 // meeting at more than `angle` radians are cut with a bevel of `radius`,
 // given in scene units or relative to the shape's size.
-class PoBevelEdge : public PoNode {
+class QUILLON_API PoBevelEdge : public PoNode {
     PO_NODE_HEADER(PoBevelEdge);
 
 public:

@@ -1,10 +1,11 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/nodes/PoBevelEdge.h>
 
 #include <Inventor/elements/SoReplacedElement.h>
 
 // The bevel settings of the shapes below.
-class PoBevelEdgeElement : public SoReplacedElement {
+class QUILLON_API PoBevelEdgeElement : public SoReplacedElement {
     PO_ELEMENT_HEADER(PoBevelEdgeElement);
 
 public:

@@ -1,8 +1,9 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/nodes/PoNode.h>
 
 // Decides which cells of a mesh the representations below draw.
-class PoCellFilter : public PoNode {
+class QUILLON_API PoCellFilter : public PoNode {
     PO_NODE_ABSTRACT_HEADER(PoCellFilter);
 
 public:

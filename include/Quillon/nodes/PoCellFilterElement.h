@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PoClassRegistration.h>
 
 #include <Inventor/elements/SoReplacedElement.h>
@@ -6,7 +7,7 @@
 class PoCellFilter;
 
 // The cell filter node; null when none was met.
-class PoCellFilterElement : public SoReplacedElement {
+class QUILLON_API PoCellFilterElement : public SoReplacedElement {
     PO_POINTER_ELEMENT_HEADER(PoCellFilterElement, PoCellFilter);
 
 public:

@@ -1,11 +1,12 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/nodes/PoProfile.h>
 
 #include <Inventor/fields/SoSFFloat.h>
 #include <Inventor/fields/SoSFInt32.h>
 
 // A circle of `radius` drawn with `numSides` sides.
-class PoCircularProfile : public PoProfile {
+class QUILLON_API PoCircularProfile : public PoProfile {
     PO_NODE_HEADER(PoCircularProfile);
 
 public:

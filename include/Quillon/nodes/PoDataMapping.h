@@ -1,6 +1,6 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbDataMapping.h>
-#include <Quillon/nodes/PoFieldWatch.h>
 #include <Quillon/nodes/PoNode.h>
 
 #include <Inventor/fields/SoSFBool.h>
@@ -9,10 +9,12 @@
 
 #include <memory>
 
+class PoFieldWatch;
+
 // Base of the nodes that put a data mapping (value to colour and
 // transparency) into the traversal state.  The fields are applied to the
 // owned mapping lazily, the next time it is used.
-class PoDataMapping : public PoNode {
+class QUILLON_API PoDataMapping : public PoNode {
     PO_NODE_ABSTRACT_HEADER(PoDataMapping);
 
 public:

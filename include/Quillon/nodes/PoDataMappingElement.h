@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PoClassRegistration.h>
 
 #include <Inventor/elements/SoReplacedElement.h>
@@ -6,6 +7,6 @@
 class PbDataMapping;
 
 // The data mapping; null when no node set one.
-class PoDataMappingElement : public SoReplacedElement {
+class QUILLON_API PoDataMappingElement : public SoReplacedElement {
     PO_POINTER_ELEMENT_HEADER(PoDataMappingElement, PbDataMapping);
 };

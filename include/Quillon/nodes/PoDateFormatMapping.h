@@ -1,15 +1,17 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbDateFormatMapping.h>
-#include <Quillon/nodes/PoFieldWatch.h>
 #include <Quillon/nodes/PoNode.h>
 
 #include <Inventor/fields/SoSFString.h>
 
 #include <memory>
 
+class PoFieldWatch;
+
 // Puts the format in which time axes and labels below print dates into
 // the traversal state.
-class PoDateFormatMapping : public PoNode {
+class QUILLON_API PoDateFormatMapping : public PoNode {
     PO_NODE_HEADER(PoDateFormatMapping);
 
 public:

@@ -1,6 +1,6 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbDomain.h>
-#include <Quillon/nodes/PoFieldWatch.h>
 #include <Quillon/nodes/PoNode.h>
 
 #include <Inventor/SbVec2f.h>
@@ -9,12 +9,14 @@
 
 #include <memory>
 
+class PoFieldWatch;
+
 class SoMatrixTransform;
 class SoTransform;
 
 // Puts a domain into the traversal state for the kits below.  With equal
 // min and max z the domain is two-dimensional, its z range 0 to 1.
-class PoDomain : public PoNode {
+class QUILLON_API PoDomain : public PoNode {
     PO_NODE_HEADER(PoDomain);
 
 public:

@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PoClassRegistration.h>
 
 #include <Inventor/elements/SoReplacedElement.h>
@@ -6,6 +7,6 @@
 class PbDomain;
 
 // The domain of the kits below; a process-wide default domain when no PoDomain node was met.
-class PoDomainElement : public SoReplacedElement {
+class QUILLON_API PoDomainElement : public SoReplacedElement {
     PO_POINTER_ELEMENT_HEADER(PoDomainElement, PbDomain);
 };

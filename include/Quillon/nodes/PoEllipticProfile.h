@@ -1,11 +1,12 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/nodes/PoProfile.h>
 
 #include <Inventor/fields/SoSFFloat.h>
 #include <Inventor/fields/SoSFInt32.h>
 
 // An ellipse of radii `radiusX` and `radiusY` drawn with `numSides` sides.
-class PoEllipticProfile : public PoProfile {
+class QUILLON_API PoEllipticProfile : public PoProfile {
     PO_NODE_HEADER(PoEllipticProfile);
 
 public:

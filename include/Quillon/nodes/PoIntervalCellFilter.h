@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/nodes/PoCellFilter.h>
 
 #include <Inventor/fields/SoSFBool.h>
@@ -6,7 +7,7 @@
 
 // Accepts the cells whose value lies in the closed interval [min, max],
 // or, with `in` set to FALSE, those whose value lies outside it.
-class PoIntervalCellFilter : public PoCellFilter {
+class QUILLON_API PoIntervalCellFilter : public PoCellFilter {
     PO_NODE_HEADER(PoIntervalCellFilter);
 
 public:

@@ -1,16 +1,18 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbIsovaluesList.h>
-#include <Quillon/nodes/PoFieldWatch.h>
 #include <Quillon/nodes/PoNode.h>
 
 #include <Inventor/fields/SoMFFloat.h>
 
 #include <memory>
 
+class PoFieldWatch;
+
 // Puts the list of isovalues into the traversal state for the contouring
 // and level-surface kits below.  The field holds the values; the list
 // becomes regular when they are evenly spaced.
-class PoIsovaluesList : public PoNode {
+class QUILLON_API PoIsovaluesList : public PoNode {
     PO_NODE_HEADER(PoIsovaluesList);
 
 public:

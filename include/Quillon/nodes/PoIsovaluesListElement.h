@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PoClassRegistration.h>
 
 #include <Inventor/elements/SoReplacedElement.h>
@@ -6,6 +7,6 @@
 class PbIsovaluesList;
 
 // The list of isovalues; null when no node set one.
-class PoIsovaluesListElement : public SoReplacedElement {
+class QUILLON_API PoIsovaluesListElement : public SoReplacedElement {
     PO_POINTER_ELEMENT_HEADER(PoIsovaluesListElement, PbIsovaluesList);
 };

@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/nodes/PoNode.h>
 
 #include <Inventor/fields/SoSFEnum.h>
@@ -9,7 +10,7 @@
 // justification, a text drawn beside each label, and which labels are
 // drawn (one every `labelStep`, from `firstLabel`; a step of 0 lets the
 // kit choose).  The DEPEND values leave the choice to the kit.
-class PoLabelHints : public PoNode {
+class QUILLON_API PoLabelHints : public PoNode {
     PO_NODE_HEADER(PoLabelHints);
 
 public:

@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/nodes/PoLabelHints.h>
 
 #include <Inventor/SbString.h>
@@ -6,7 +7,7 @@
 
 // The label placement of the kits below; PATH_DEPEND, JUSTIFICATION_DEPEND,
 // an empty text and 0 when no hints node was met.
-class PoLabelHintsElement : public SoReplacedElement {
+class QUILLON_API PoLabelHintsElement : public SoReplacedElement {
     PO_ELEMENT_HEADER(PoLabelHintsElement);
 
 public:

@@ -1,10 +1,11 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbLinearDataMapping.h>
 #include <Quillon/nodes/PoDataMapping.h>
 
 // A data mapping that interpolates linearly between two values, colours
 // and transparencies.
-class PoLinearDataMapping : public PoDataMapping {
+class QUILLON_API PoLinearDataMapping : public PoDataMapping {
     PO_NODE_HEADER(PoLinearDataMapping);
 
 public:

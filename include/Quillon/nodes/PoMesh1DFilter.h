@@ -1,10 +1,11 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbArrayOfInt.h>
 #include <Quillon/nodes/PoNode.h>
 
 // Chooses which nodes of a line mesh the representations below use, for
 // example every tenth point of a long time series.
-class PoMesh1DFilter : public PoNode {
+class QUILLON_API PoMesh1DFilter : public PoNode {
     PO_NODE_ABSTRACT_HEADER(PoMesh1DFilter);
 
 public:

@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PoClassRegistration.h>
 
 #include <Inventor/elements/SoReplacedElement.h>
@@ -6,6 +7,6 @@
 class PoMesh1DFilter;
 
 // The filter node of line meshes; null when none was met.
-class PoMesh1DFilterElement : public SoReplacedElement {
+class QUILLON_API PoMesh1DFilterElement : public SoReplacedElement {
     PO_POINTER_ELEMENT_HEADER(PoMesh1DFilterElement, PoMesh1DFilter);
 };

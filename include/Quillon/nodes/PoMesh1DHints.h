@@ -1,11 +1,12 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/nodes/PoNode.h>
 
 #include <Inventor/fields/SoSFEnum.h>
 
 // Tells the kits below how to draw the points of a line mesh: joined by
 // straight segments, by steps along x or y first, or by a smooth curve.
-class PoMesh1DHints : public PoNode {
+class QUILLON_API PoMesh1DHints : public PoNode {
     PO_NODE_HEADER(PoMesh1DHints);
 
 public:

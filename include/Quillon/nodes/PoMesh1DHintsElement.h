@@ -1,10 +1,11 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/nodes/PoMesh1DHints.h>
 
 #include <Inventor/elements/SoReplacedElement.h>
 
 // How the points of line meshes are joined; AS_IS when no hints node was met.
-class PoMesh1DHintsElement : public SoReplacedElement {
+class QUILLON_API PoMesh1DHintsElement : public SoReplacedElement {
     PO_ELEMENT_HEADER(PoMesh1DHintsElement);
 
 public:

@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PoClassRegistration.h>
 
 #include <Inventor/elements/SoReplacedElement.h>
@@ -9,7 +10,7 @@ class PbMesh3D;
 
 // The current mesh, of one of the three dimensions; null when no mesh node
 // was met.  Setting a mesh of one dimension clears the others.
-class PoMeshElement : public SoReplacedElement {
+class QUILLON_API PoMeshElement : public SoReplacedElement {
     PO_ELEMENT_HEADER(PoMeshElement);
 
 public:

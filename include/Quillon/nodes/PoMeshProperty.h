@@ -1,5 +1,6 @@
 #pragma once
 #include <Quillon/3Ddata/PbMesh.h>
+#include <Quillon/QuillonApi.h>
 #include <Quillon/nodes/PoNode.h>
 
 class PoSFMesh;
@@ -7,7 +8,7 @@ class PoSFMesh;
 // Base of the mesh property nodes.  Each holds its mesh in its only field,
 // "mesh", and puts it into the traversal state (PoMeshElement) for the
 // representation kits below, unless the field is ignored.
-class PoMeshProperty : public PoNode {
+class QUILLON_API PoMeshProperty : public PoNode {
     PO_NODE_ABSTRACT_HEADER(PoMeshProperty);
 
 public:

@@ -1,6 +1,6 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbMiscTextAttr.h>
-#include <Quillon/nodes/PoFieldWatch.h>
 #include <Quillon/nodes/PoNode.h>
 
 #include <Inventor/fields/SoSFBool.h>
@@ -9,9 +9,11 @@
 
 #include <memory>
 
+class PoFieldWatch;
+
 // Puts the text attributes that all chart texts below share into the
 // traversal state.
-class PoMiscTextAttr : public PoNode {
+class QUILLON_API PoMiscTextAttr : public PoNode {
     PO_NODE_HEADER(PoMiscTextAttr);
 
 public:

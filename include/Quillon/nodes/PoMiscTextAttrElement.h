@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PoClassRegistration.h>
 
 #include <Inventor/elements/SoReplacedElement.h>
@@ -6,6 +7,6 @@
 class PbMiscTextAttr;
 
 // The text attributes; default attributes when no node set them.
-class PoMiscTextAttrElement : public SoReplacedElement {
+class QUILLON_API PoMiscTextAttrElement : public SoReplacedElement {
     PO_POINTER_ELEMENT_HEADER(PoMiscTextAttrElement, PbMiscTextAttr);
 };

@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PoClassRegistration.h>
 
 #include <Inventor/nodes/SoNode.h>
@@ -6,7 +7,7 @@
 // Base of the library's property nodes.  Every traversal of the actions
 // that carry the library's state reaches doAction, where a concrete node
 // brings its data object up to date and puts it into its element.
-class PoNode : public SoNode {
+class QUILLON_API PoNode : public SoNode {
     PO_NODE_ABSTRACT_HEADER(PoNode);
 
 public:

@@ -1,10 +1,11 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbNonLinearDataMapping.h>
 #include <Quillon/nodes/PoDataMapping.h>
 
 // A data mapping whose colour and transparency are computed by functions
 // of the application; it has no fields of its own.
-class PoNonLinearDataMapping : public PoDataMapping {
+class QUILLON_API PoNonLinearDataMapping : public PoDataMapping {
     PO_NODE_HEADER(PoNonLinearDataMapping);
 
 public:

@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbNonLinearDataMapping2.h>
 #include <Quillon/nodes/PoDataMapping.h>
 
@@ -9,7 +10,7 @@
 // A data mapping by levels: constant colours between the values
 // (NON_LINEAR_PER_LEVEL, one more colour than values) or colours
 // interpolated between them (LINEAR_PER_LEVEL).
-class PoNonLinearDataMapping2 : public PoDataMapping {
+class QUILLON_API PoNonLinearDataMapping2 : public PoDataMapping {
     PO_NODE_HEADER(PoNonLinearDataMapping2);
 
 public:

@@ -1,6 +1,6 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PbNumericDisplayFormat.h>
-#include <Quillon/nodes/PoFieldWatch.h>
 #include <Quillon/nodes/PoNode.h>
 
 #include <Inventor/fields/SoSFEnum.h>
@@ -8,9 +8,11 @@
 
 #include <memory>
 
+class PoFieldWatch;
+
 // Puts the format of the numbers that the kits below print into the
 // traversal state.
-class PoNumericDisplayFormat : public PoNode {
+class QUILLON_API PoNumericDisplayFormat : public PoNode {
     PO_NODE_HEADER(PoNumericDisplayFormat);
 
 public:

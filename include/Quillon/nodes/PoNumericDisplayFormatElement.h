@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PoClassRegistration.h>
 
 #include <Inventor/elements/SoReplacedElement.h>
@@ -6,6 +7,6 @@
 class PbNumericDisplayFormat;
 
 // The numeric display format; a default automatic format when no node set one.
-class PoNumericDisplayFormatElement : public SoReplacedElement {
+class QUILLON_API PoNumericDisplayFormatElement : public SoReplacedElement {
     PO_POINTER_ELEMENT_HEADER(PoNumericDisplayFormatElement, PbNumericDisplayFormat);
 };

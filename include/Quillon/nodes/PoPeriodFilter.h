@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/nodes/PoMesh1DFilter.h>
 
 #include <Inventor/fields/SoSFFloat.h>
@@ -6,7 +7,7 @@
 // Keeps, in each interval [start + k period, start + (k + 1) period), the
 // first node whose coordinate falls in it: one point per period of the
 // coordinate (per day of a time series, say), whatever the sampling.
-class PoPeriodFilter : public PoMesh1DFilter {
+class QUILLON_API PoPeriodFilter : public PoMesh1DFilter {
     PO_NODE_HEADER(PoPeriodFilter);
 
 public:

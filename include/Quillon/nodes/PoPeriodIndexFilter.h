@@ -1,10 +1,11 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/nodes/PoMesh1DFilter.h>
 
 #include <Inventor/fields/SoSFInt32.h>
 
 // Keeps one node every `period` nodes, from `firstIndex` on.
-class PoPeriodIndexFilter : public PoMesh1DFilter {
+class QUILLON_API PoPeriodIndexFilter : public PoMesh1DFilter {
     PO_NODE_HEADER(PoPeriodIndexFilter);
 
 public:

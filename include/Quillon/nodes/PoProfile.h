@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/nodes/PoNode.h>
 
 #include <Inventor/SbVec2f.h>
@@ -8,7 +9,7 @@
 // The cross-section that curves drawn as tubes and extruded 3D texts sweep
 // along their path: a polyline in the profile's own plane, centred on the
 // path.
-class PoProfile : public PoNode {
+class QUILLON_API PoProfile : public PoNode {
     PO_NODE_ABSTRACT_HEADER(PoProfile);
 
 public:

@@ -1,11 +1,12 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/nodes/PoProfile.h>
 
 #include <Inventor/fields/SoMFVec2f.h>
 #include <Inventor/fields/SoSFBool.h>
 
 // A profile given point by point; open unless `closed` is set.
-class PoProfileCoordinate2 : public PoProfile {
+class QUILLON_API PoProfileCoordinate2 : public PoProfile {
     PO_NODE_HEADER(PoProfileCoordinate2);
 
 public:

@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/graph/PoClassRegistration.h>
 
 #include <Inventor/elements/SoReplacedElement.h>
@@ -6,6 +7,6 @@
 class PoProfile;
 
 // The profile node; null when none was met.
-class PoProfileElement : public SoReplacedElement {
+class QUILLON_API PoProfileElement : public SoReplacedElement {
     PO_POINTER_ELEMENT_HEADER(PoProfileElement, PoProfile);
 };

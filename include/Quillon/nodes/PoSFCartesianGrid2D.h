@@ -1,11 +1,12 @@
 #pragma once
 #include <Quillon/3Ddata/PbCartesianGrid2D.h>
+#include <Quillon/QuillonApi.h>
 #include <Quillon/nodes/PoSFMeshOf.h>
 
 // Field holding a curvilinear surface grid.  Its header in scene files:
 // num_x and num_y, the x and then the y coordinates of the nodes
 // (num_x * num_y values each), the 2D/3D flag and the z coordinates.
-class PoSFCartesianGrid2D : public PoSFMeshOf<PbCartesianGrid2D> {
+class QUILLON_API PoSFCartesianGrid2D : public PoSFMeshOf<PbCartesianGrid2D> {
     PO_SFMESH_HEADER(PoSFCartesianGrid2D, PbCartesianGrid2D);
 
 protected:

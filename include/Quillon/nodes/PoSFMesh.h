@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/nodes/PoMeshProperty.h>
 
 #include <Inventor/SbString.h>
@@ -39,7 +40,7 @@ class PiMeshSource;
 // there, and no comment may stand among an array's values).  When the
 // header is bad the field keeps its previous value; when a set is bad the
 // field takes the mesh with the sets read before it.
-class PoSFMesh : public SoSField {
+class QUILLON_API PoSFMesh : public SoSField {
 public:
     static SoType getClassTypeId(void);
     static void initClass(void);

@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/nodes/PoSFMesh.h>
 
 #include <utility>
@@ -8,7 +9,7 @@
 // PoSFMeshOf<its mesh class>, puts PO_SFMESH_HEADER in its class and
 // PO_SFMESH_SOURCE in its source, and supplies the header of its mesh class
 // (writeHeaderOf, readHeaderOf).
-template <class MeshT> class PoSFMeshOf : public PoSFMesh {
+template <class MeshT> class QUILLON_API PoSFMeshOf : public PoSFMesh {
 public:
     const MeshT& getValue(void) const {
         evaluate();

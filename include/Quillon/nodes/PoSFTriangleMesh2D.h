@@ -1,11 +1,12 @@
 #pragma once
 #include <Quillon/3Ddata/PbTriangleMesh2D.h>
+#include <Quillon/QuillonApi.h>
 #include <Quillon/nodes/PoSFMeshOf.h>
 
 // Field holding an unstructured surface mesh of triangles.  Its header in
 // scene files: the number of nodes, their x and y coordinates, the 2D/3D
 // flag and z, the number of cells and their node indices, three per cell.
-class PoSFTriangleMesh2D : public PoSFMeshOf<PbTriangleMesh2D> {
+class QUILLON_API PoSFTriangleMesh2D : public PoSFMeshOf<PbTriangleMesh2D> {
     PO_SFMESH_HEADER(PoSFTriangleMesh2D, PbTriangleMesh2D);
 
 protected:

@@ -1,10 +1,11 @@
 #pragma once
+#include <Quillon/QuillonApi.h>
 #include <Quillon/nodes/PoProfile.h>
 
 #include <Inventor/fields/SoSFFloat.h>
 
 // A square of side `size`, counter-clockwise from its lower-left corner.
-class PoSquareProfile : public PoProfile {
+class QUILLON_API PoSquareProfile : public PoProfile {
     PO_NODE_HEADER(PoSquareProfile);
 
 public:

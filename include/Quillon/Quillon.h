@@ -135,4 +135,8 @@
 #include <Quillon/3Ddata/PbVolumeCell.h>
 #include <Quillon/3Ddata/PbVoxelCell.h>
 #include <Quillon/3Ddata/PbWedgeCell.h>
+#include <Quillon/3Ddata/PoMesh.h>
+#include <Quillon/3Ddata/PoMesh2D.h>
+#include <Quillon/3Ddata/PoMesh3D.h>
+#include <Quillon/3Ddata/PoMeshFilled.h>
 #include <Quillon/3Ddata/PoVolumwright.h>

@@ -1,4 +1,7 @@
 #include <Quillon/3Ddata/PbCartesianGrid2D.h>
+#include <Quillon/3Ddata/PoMeshFilled.h>
+
+#include "3Ddata/PiContouring.h"
 
 PbCartesianGrid2D::PbCartesianGrid2D(int isDataDuplicate)
     : PbGrid2D(isDataDuplicate), m_x(isDataDuplicate), m_y(isDataDuplicate) {}
@@ -45,4 +48,14 @@ void PbCartesianGrid2D::print(FILE* fp) const {
         else
             fprintf(fp, "PbCartesianGrid2D:: %s = NULL\n", names[k]);
     }
+}
+
+void PbCartesianGrid2D::meshContouring(PiContouring* contouring, const float* zValues) const {
+    if (contouring)
+        contouring->setMesh(this, zValues);
+}
+
+void PbCartesianGrid2D::meshFilled(PoMeshFilled* kit) const {
+    if (kit)
+        kit->cartGridFilled(this);
 }

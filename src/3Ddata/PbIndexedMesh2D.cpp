@@ -1,4 +1,7 @@
 #include <Quillon/3Ddata/PbIndexedMesh2D.h>
+#include <Quillon/3Ddata/PoMeshFilled.h>
+
+#include "3Ddata/PiContouring.h"
 
 #include <Quillon/graph/PoDebugError.h>
 
@@ -247,4 +250,14 @@ void PbIndexedMesh2D::print(FILE* fp) const {
             fprintf(fp, " %d", m_cellIndices[k]);
         fprintf(fp, "\n");
     }
+}
+
+void PbIndexedMesh2D::meshContouring(PiContouring* contouring, const float* zValues) const {
+    if (contouring)
+        contouring->setMesh(this, zValues);
+}
+
+void PbIndexedMesh2D::meshFilled(PoMeshFilled* kit) const {
+    if (kit)
+        kit->indexedMeshFilled(this);
 }

@@ -379,6 +379,11 @@ PbMesh::DataBinding PbMesh::getVecsBinding(int setIndex) const {
     return set ? set->m_binding : PER_NODE;
 }
 
+int PbMesh::getValuesSetSize(int setIndex) const {
+    const SetRecord<float>* set = findSet(m_sets->values, setIndex);
+    return set ? set->m_numValues : 0;
+}
+
 unsigned int PbMesh::getFltDataSetId(int setIndex) const {
     const SetRecord<float>* set = findSet(m_sets->values, setIndex);
     return set ? set->m_dataSetId : 0xFFFFFFFFu;

@@ -394,6 +394,10 @@ SbVec3f PbMesh2D::getCellNormal(const PbCell& cell) {
     return (p2 - p0).cross(cell.getNodeCoord(3) - p1);
 }
 
+void PbMesh2D::meshContouring(PiContouring*, const float*) const {}
+
+void PbMesh2D::meshFilled(PoMeshFilled*) const {}
+
 SbVec3f PbMesh2D::getFirstCellNormal() const {
     const SbVec3f up(0.0f, 0.0f, 1.0f);
     const PbCell* cell = getCell(0);

@@ -1,4 +1,7 @@
 #include <Quillon/3Ddata/PbParalCartesianGrid2D.h>
+#include <Quillon/3Ddata/PoMeshFilled.h>
+
+#include "3Ddata/PiContouring.h"
 
 PbParalCartesianGrid2D::PbParalCartesianGrid2D(int isDataDuplicate)
     : PbCartesianGrid2D(isDataDuplicate) {}
@@ -32,4 +35,14 @@ const PbCell* PbParalCartesianGrid2D::findContainingCellProtected(const SbVec3f&
     return findInAxisAlignedCells(
         point, tolerance, pcoord, testedCells, [this](int i) { return m_x[i]; },
         [this](int j) { return m_y[j]; });
+}
+
+void PbParalCartesianGrid2D::meshContouring(PiContouring* contouring, const float* zValues) const {
+    if (contouring)
+        contouring->setMesh(this, zValues);
+}
+
+void PbParalCartesianGrid2D::meshFilled(PoMeshFilled* kit) const {
+    if (kit)
+        kit->paralCartGridFilled(this);
 }

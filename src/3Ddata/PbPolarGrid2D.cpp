@@ -1,4 +1,7 @@
 #include <Quillon/3Ddata/PbPolarGrid2D.h>
+#include <Quillon/3Ddata/PoMeshFilled.h>
+
+#include "3Ddata/PiContouring.h"
 
 #include <cmath>
 
@@ -32,4 +35,14 @@ void PbPolarGrid2D::print(FILE* fp) const {
     PbGrid2D::print(fp);
     m_r.printAddress(fp, "PbPolarGrid2D:: r");
     m_t.printAddress(fp, "PbPolarGrid2D:: t");
+}
+
+void PbPolarGrid2D::meshContouring(PiContouring* contouring, const float* zValues) const {
+    if (contouring)
+        contouring->setMesh(this, zValues);
+}
+
+void PbPolarGrid2D::meshFilled(PoMeshFilled* kit) const {
+    if (kit)
+        kit->polarGridFilled(this);
 }

@@ -1,4 +1,7 @@
 #include <Quillon/3Ddata/PbRegularCartesianGrid2D.h>
+#include <Quillon/3Ddata/PoMeshFilled.h>
+
+#include "3Ddata/PiContouring.h"
 
 #include "platform/SbLocaleString.h"
 
@@ -82,4 +85,15 @@ const PbCell* PbRegularCartesianGrid2D::findContainingCellProtected(
     return findInAxisAlignedCells(
         point, tolerance, pcoord, testedCells, [this](int i) { return m_xmin + i * m_dx; },
         [this](int j) { return m_ymin + j * m_dy; });
+}
+
+void PbRegularCartesianGrid2D::meshContouring(PiContouring* contouring,
+                                              const float* zValues) const {
+    if (contouring)
+        contouring->setMesh(this, zValues);
+}
+
+void PbRegularCartesianGrid2D::meshFilled(PoMeshFilled* kit) const {
+    if (kit)
+        kit->regularCartGridFilled(this);
 }

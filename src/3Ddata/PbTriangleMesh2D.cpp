@@ -1,4 +1,5 @@
 #include <Quillon/3Ddata/PbTriangleMesh2D.h>
+#include <Quillon/3Ddata/PoMeshFilled.h>
 
 #include "3Ddata/PiCellLocator2D.h"
 
@@ -44,4 +45,9 @@ bool PbTriangleMesh2D::evaluate(const char* method, int nodeIndex, const PbMesh2
         derivs += location.weightDerivs[k] * v;
     }
     return true;
+}
+
+void PbTriangleMesh2D::meshFilled(PoMeshFilled* kit) const {
+    if (kit)
+        kit->triangleMeshFilled(this);
 }

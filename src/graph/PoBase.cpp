@@ -15,6 +15,7 @@
 #include <Quillon/nodes/PoNode.h>
 #include <Quillon/nodes/PoSFMesh.h>
 
+#include "3Ddata/PiContouring.h"
 #include "graph/PoElementList.h"
 #include "graph/PoLibQuillonP.h"
 #include "nodes/PoFieldWatch.h"
@@ -114,6 +115,7 @@ void PoBase::finish(void) {
         return;
     if (--s_initCount == 0) {
         finishMarchingCaseTables();
+        PiContouring::freeHashTableIsoEdge();
         PoSFMesh::exitClasses();
         PoNode::exitClasses();
         PoElementList::exitClasses();
@@ -366,10 +368,14 @@ void PoBase::rebuildCache(SoCache** cache) {
 SoState* PoBase::dependOn(int stackIndex) {
     if (!m_stateValid || !m_state)
         return nullptr;
-    if (std::find(m_usedElements.begin(), m_usedElements.end(), stackIndex) == m_usedElements.end())
+    // An element first read by a rebuild that kept the cache (one that a
+    // field change caused) joins the cache as well.
+    const bool firstRead =
+        std::find(m_usedElements.begin(), m_usedElements.end(), stackIndex) == m_usedElements.end();
+    if (firstRead)
         m_usedElements.push_back(stackIndex);
     const SoElement* element = PoClassRegistration::readableElement(m_state, stackIndex);
-    if (element && !m_cacheValid && m_elementCache)
+    if (element && (!m_cacheValid || firstRead) && m_elementCache)
         m_elementCache->addElement(element);
     return m_state;
 }
@@ -594,6 +600,21 @@ std::vector<Polygon> indexedPolygons(const SoIndexedShape* shape) {
     return splitRuns(shape->coordIndex.getValues(0), shape->coordIndex.getNum());
 }
 
+// A face set whose faces name their materials (per-face indexed binding
+// with a material index) takes each face's transparency there.
+std::vector<Polygon> indexedFaces(const SoIndexedShape* shape, int binding) {
+    std::vector<Polygon> faces = indexedPolygons(shape);
+    const SoMFInt32& materialIndex = shape->materialIndex;
+    const bool named = (binding == SoMaterialBinding::PER_FACE_INDEXED ||
+                        binding == SoMaterialBinding::PER_PART_INDEXED) &&
+                       materialIndex.getNum() >= static_cast<int>(faces.size()) &&
+                       !(materialIndex.getNum() == 1 && materialIndex[0] < 0);
+    if (named)
+        for (size_t f = 0; f < faces.size(); ++f)
+            faces[f].materialIndex = materialIndex[static_cast<int>(f)];
+    return faces;
+}
+
 std::vector<Polygon> stripTriangles(const SoIndexedTriangleStripSet* strips, int binding) {
     std::vector<Polygon> triangles;
     const std::vector<Polygon> runs = indexedPolygons(strips);
@@ -670,9 +691,13 @@ Shape* rebuildWithoutTransparentParts(const std::vector<Polygon>& polygons, floa
     return shape;
 }
 
-bool nothingToDelete(SoMaterial* material, SoMaterialBinding* binding) {
-    return !material || !binding || binding->value.getValue() == SoMaterialBinding::OVERALL ||
-           material->transparency.getNum() == 0;
+// Nothing is deleted without transparencies at or above the threshold.
+bool nothingToDelete(SoMaterial* material, SoMaterialBinding* binding, float threshold) {
+    if (!material || !binding || binding->value.getValue() == SoMaterialBinding::OVERALL)
+        return true;
+    const float* transparencies = material->transparency.getValues(0);
+    return std::none_of(transparencies, transparencies + material->transparency.getNum(),
+                        [threshold](float transparency) { return transparency >= threshold; });
 }
 
 template <typename Shape>
@@ -690,7 +715,8 @@ template <typename Shape, typename Polygons>
 Shape* deleteFaces(const PbDataMapping* mapping, SoMaterial* material, SoMaterialBinding* binding,
                    const SoVertexShape* original, SoGroup* group, int index, size_t minimumRun,
                    Polygons polygonsOf) {
-    if (!mapping || !original || nothingToDelete(material, binding))
+    if (!mapping || !original ||
+        nothingToDelete(material, binding, mapping->getTransparencyValueDeletedParts()))
         return nullptr;
     Shape* shape = rebuildWithoutTransparentParts<Shape>(
         polygonsOf(), mapping->getTransparencyValueDeletedParts(), material, binding, minimumRun);
@@ -702,8 +728,9 @@ SoIndexedFaceSet* PoBase::deleteTransparencyParts(const PbDataMapping* mapping,
                                                   SoMaterial* material, SoMaterialBinding* binding,
                                                   SoIndexedFaceSet* shape, SoGroup* group,
                                                   int index) {
-    return deleteFaces<SoIndexedFaceSet>(mapping, material, binding, shape, group, index, 3,
-                                         [shape] { return indexedPolygons(shape); });
+    return deleteFaces<SoIndexedFaceSet>(
+        mapping, material, binding, shape, group, index, 3,
+        [shape, binding] { return indexedFaces(shape, binding->value.getValue()); });
 }
 
 SoIndexedFaceSet* PoBase::deleteTransparencyParts(const PbDataMapping* mapping,

@@ -17,7 +17,12 @@
 // Mesh representation node kits.  Unregistration does not simply reverse
 // their registration: it goes through the exit groups in the order of
 // PoClassManifest::ExitGroup, each group's classes backwards.
-#define PO_MESH_REPRESENTATION_CLASSES(X) X(PoVolumwright, BASES)
+#define PO_MESH_REPRESENTATION_CLASSES(X)                                                          \
+    X(PoVolumwright, BASES)                                                                        \
+    X(PoMesh, BASES)                                                                               \
+    X(PoMesh2D, SURFACES)                                                                          \
+    X(PoMeshFilled, SURFACES)                                                                      \
+    X(PoMesh3D, VOLUMES)
 
 // Traversal-state elements.
 #define PO_ELEMENT_CLASSES(X)                                                                      \

@@ -13,6 +13,8 @@ public:
     SbVec3f getNodeCoord(int i, int j) const override;
     SbVec3f getNodeCoord(int nodeIndex) const override;
     void print(FILE* fp) const override;
+    void meshContouring(PiContouring* contouring, const float* zValues) const override;
+    void meshFilled(PoMeshFilled* kit) const override;
 
 protected:
     void setXYGeometry(int numX, int numY, const float* x, const float* y) override;

@@ -53,6 +53,8 @@ public:
     // The owner cells in ascending order.
     void getNodeOwnerCellsInd(int nodeIndex, PbArrayOfInt& cellIndices) const override;
     void print(FILE* fp) const override;
+    void meshContouring(PiContouring* contouring, const float* zValues) const override;
+    void meshFilled(PoMeshFilled* kit) const override;
 
 protected:
     // Whether cells of this many nodes belong in this kind of mesh.

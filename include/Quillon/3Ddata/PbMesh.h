@@ -78,6 +78,10 @@ public:
     DataBinding getValuesBinding(int setIndex) const;
     DataBinding getVecsBinding(int setIndex) const;
     // 0xFFFFFFFF when no set has that index.
+    // The number of values of a value set (0 when no set has that index),
+    // which falls short of the mesh's counts when a mesh that references
+    // its sets changed its geometry.
+    int getValuesSetSize(int setIndex) const;
     unsigned int getFltDataSetId(int setIndex) const;
     unsigned int getVecDataSetId(int setIndex) const;
     unsigned int getStrDataSetId(int setIndex) const;

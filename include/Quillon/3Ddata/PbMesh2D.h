@@ -9,6 +9,8 @@
 #include <vector>
 
 class PbTriangleMesh2D;
+class PiContouring;
+class PoMeshFilled;
 class SoMFVec3f;
 
 // Base of the surface meshes: nodes with x and y coordinates and, when the
@@ -45,6 +47,13 @@ public:
     // Unit normal of cell 0 (right-hand rule over its node order); (0, 0, 1)
     // for a mesh without cells.
     virtual SbVec3f getFirstCellNormal() const;
+
+    // Hands the mesh to the library's contouring, as its own kind, with
+    // one z per node (or null for z = 0).  Does nothing here.
+    virtual void meshContouring(PiContouring* contouring, const float* zValues) const;
+    // Draws the mesh through the filled representation, by the kit's
+    // operation for the mesh's kind.  Does nothing here.
+    virtual void meshFilled(PoMeshFilled* kit) const;
 
     // Sums of the cells' volumes (0 for surface cells) and areas.
     float getVolume() const override;

@@ -13,6 +13,8 @@ public:
     using PbGrid2D::getNodeCoord;
     SbVec3f getNodeCoord(int i, int j) const override;
     void print(FILE* fp) const override;
+    void meshContouring(PiContouring* contouring, const float* zValues) const override;
+    void meshFilled(PoMeshFilled* kit) const override;
 
 protected:
     void setXYGeometry(int numX, int numY, const float* r, const float* t) override;

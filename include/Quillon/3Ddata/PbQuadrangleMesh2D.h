@@ -7,4 +7,6 @@
 class QUILLON_API PbQuadrangleMesh2D : public PbFixedCellMesh2D {
 public:
     explicit PbQuadrangleMesh2D(int isDataDuplicate = 1);
+
+    void meshFilled(PoMeshFilled* kit) const override;
 };

@@ -17,6 +17,8 @@ class QUILLON_API PbTriangleMesh2D : public PbFixedCellMesh2D {
 public:
     explicit PbTriangleMesh2D(int isDataDuplicate = 1);
 
+    void meshFilled(PoMeshFilled* kit) const override;
+
     // sourceValues holds one value per node of source.  Returns 1 with the
     // value (and gradient), or 0 leaving them untouched when the node lies
     // outside the source mesh; an invalid node or null values are reported.

@@ -1,0 +1,5 @@
+#include "platform/SoTextureSupport.h"
+
+bool SoTextureSupport::isClampSupported() {
+    return true;
+}

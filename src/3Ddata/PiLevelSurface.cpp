@@ -82,14 +82,9 @@ bool PiLevelSurface::classifyNodes(const Request& request) {
     int numNodes = mesh.getNumNodes();
     m_values = request.field.values;
     if (!m_values) {
-        int dims[3];
-        static_cast<const PbGrid3D&>(mesh).getDim(dims[0], dims[1], dims[2]);
-        const float* const* terms = request.field.axisTerms;
         m_fieldValues.resize(numNodes);
-        for (int i = 0, node = 0; i < dims[0]; ++i)
-            for (int j = 0; j < dims[1]; ++j)
-                for (int k = 0; k < dims[2]; ++k)
-                    m_fieldValues[node++] = (terms[0][i] + terms[1][j]) + terms[2][k];
+        sumAxisTerms(static_cast<const PbGrid3D&>(mesh), request.field.axisTerms,
+                     m_fieldValues.data());
         m_values = m_fieldValues.data();
     }
     bool flagAbove = request.towardsHigher != isFirstCellMirrored(request);
@@ -102,6 +97,16 @@ bool PiLevelSurface::classifyNodes(const Request& request) {
         m_skippedNaN |= std::isnan(v);
     }
     return request.levelMayTouchNodes || !onLevel;
+}
+
+void PiLevelSurface::sumAxisTerms(const PbGrid3D& grid, const float* const terms[3],
+                                  float* values) {
+    int dims[3];
+    grid.getDim(dims[0], dims[1], dims[2]);
+    for (int i = 0, node = 0; i < dims[0]; ++i)
+        for (int j = 0; j < dims[1]; ++j)
+            for (int k = 0; k < dims[2]; ++k)
+                values[node++] = (terms[0][i] + terms[1][j]) + terms[2][k];
 }
 
 bool PiLevelSurface::hasNaNNode(const PbCell& cell) const {

@@ -8,6 +8,7 @@
 #include <vector>
 
 class PbCell;
+class PbGrid3D;
 class PbMesh3D;
 class PoCellFilter;
 
@@ -91,6 +92,9 @@ public:
     // surface for its case (a null or empty case adds nothing).
     int addSurfPoint(int node0, int node1);
     void addCellPart(const PbCell& cell, const PiMarchingCase* mc);
+
+    // The values of a field given by axis terms, one per node of the grid.
+    static void sumAxisTerms(const PbGrid3D& grid, const float* const terms[3], float* values);
 
     // Shared by the walks: the case's strips or faces (the strips to be
     // ended by endLastStrip), and the quadrangle

@@ -22,7 +22,10 @@
     X(PoMesh, BASES)                                                                               \
     X(PoMesh2D, SURFACES)                                                                          \
     X(PoMeshFilled, SURFACES)                                                                      \
-    X(PoMesh3D, VOLUMES)
+    X(PoMesh3D, VOLUMES)                                                                           \
+    X(PoMeshLevelSurf, VOLUMES)                                                                    \
+    X(PoMeshCrossSection, VOLUMES)                                                                 \
+    X(PoMeshCrossContour, VOLUMES)
 
 // Traversal-state elements.
 #define PO_ELEMENT_CLASSES(X)                                                                      \

@@ -101,11 +101,14 @@ TEST_F(PoMesh3DRenderTest, LevelSurfaceColouredByASecondSet) {
         EXPECT_TRUE(pixelNear(image, column(x), row(0.0f), toRgb(s_background), 2)) << "x " << x;
     EXPECT_TRUE(pixelNear(image, column(0.6f), row(0.6f), toRgb(s_background), 2));
 
-    kit->coloringType = PoMesh::COLOR_CONTOURING;
-    const RenderImage bands = render();
     const float middles[] = {-0.6f, -0.25f, 0.25f, 0.6f};
-    for (int b = 0; b < 4; ++b)
-        EXPECT_TRUE(pixelNear(bands, column(middles[b]), row(0.0f), band(b), 2)) << "band " << b;
+    for (auto coloring : {PoMesh::COLOR_CONTOURING, PoMesh::COLOR_TEXTURE_CONTOURING}) {
+        kit->coloringType = coloring;
+        const RenderImage bands = render();
+        for (int b = 0; b < 4; ++b)
+            EXPECT_TRUE(pixelNear(bands, column(middles[b]), row(0.0f), band(b), 3))
+                << "band " << b << ", colouring " << coloring;
+    }
 }
 
 // A section across z of the grid, by either method, and an oblique section
@@ -114,8 +117,8 @@ TEST_F(PoMesh3DRenderTest, CrossSectionsAndTheirOutline) {
     QUILLON_REQUIRE_RENDERING();
     auto* section = addKit<PoMeshCrossSection>(PoMesh::COLOR_MAPPING);
     section->plane = SbPlane(SbVec3f(0, 0, 1), 0.1f);
-    for (auto method : {PoMeshCrossSection::NO_FORCED_METHOD,
-                        PoMeshCrossSection::FORCED_ISOSURFACE}) {
+    for (auto method :
+         {PoMeshCrossSection::NO_FORCED_METHOD, PoMeshCrossSection::FORCED_ISOSURFACE}) {
         section->setForcedMethod(method);
         const RenderImage image = render();
         for (float x : {-0.9f, -0.4f, 0.0f, 0.45f, 0.9f}) {

@@ -189,6 +189,30 @@ TEST_F(VolumeKitTest, BadInputGivesAnEmptySurfaceOrAMessage) {
     }
 }
 
+// A cell filter of the state keeps the surface to the cells it accepts,
+// judged by the per-cell values of valuesIndexForCellFilter.
+TEST_F(VolumeKitTest, CellFilterKeepsTheSurfaceToTheCellsItAccepts) {
+    std::vector<float> cellX;
+    for (int c = 0; c < m_grid.getNumCells(); ++c)
+        cellX.push_back(static_cast<float>(c / 100));
+    m_grid.addValuesSet(4, cellX.data(), PbMesh::PER_CELL, "cell column");
+    auto* filter = new PoIntervalCellFilter;
+    filter->min = 0.0f;
+    filter->max = 3.0f;
+    root->addChild(filter);
+    auto* kit = addKit<PoMeshLevelSurf>();
+    kit->valuesIndexForLevel = 2;
+    kit->levelValue = 4.5f;
+    kit->valuesIndexForCellFilter = 4;
+    traverse();
+    Drawn surface = drawnIn(kit, "groupLevelSurf");
+    ASSERT_FALSE(surface.coordIndex.empty());
+    float xMax = 0.0f;
+    for (const SbVec3f& p : surface.points)
+        xMax = std::max(xMax, p[0]);
+    EXPECT_FLOAT_EQ(xMax, 0.4f) << "the cells of columns 0 to 3 only";
+}
+
 TEST_F(VolumeKitTest, ValueSetShorterThanTheNodesIsRefused) {
     std::vector<float> few(8, 1.0f);
     PbRegularCartesianGrid3D small(2, 2, 2, 0, 0, 0, 1, 1, 1, 0);

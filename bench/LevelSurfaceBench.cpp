@@ -151,19 +151,27 @@ void setKitCounters(benchmark::State& state, KitScene& scene, SoBaseKit* kit, co
     setCounters(state, points, triangles);
 }
 
-// A full rebuild of a new level-surface kit: topology, coordinates, shape.
-void BM_LevelSurface256(benchmark::State& state) {
+// Rebuilds a new kit, set up by setup, at each iteration.
+template <class Kit, class Setup>
+void rebuildNewKits(benchmark::State& state, const char* part, Setup setup) {
     tbb::global_control threads(tbb::global_control::max_allowed_parallelism, state.range(0));
     KitScene scene;
-    PoMeshLevelSurf* kit = nullptr;
+    Kit* kit = nullptr;
     for (auto _ : state) {
         scene.clear();
-        kit = scene.add<PoMeshLevelSurf>();
-        kit->valuesIndex = 0;
-        kit->levelValue = 0.5f;
+        kit = scene.add<Kit>();
+        setup(kit);
         scene.rebuild();
     }
-    setKitCounters(state, scene, kit, "groupLevelSurf");
+    setKitCounters(state, scene, kit, part);
+}
+
+// A full rebuild of a new level-surface kit: topology, coordinates, shape.
+void BM_LevelSurface256(benchmark::State& state) {
+    rebuildNewKits<PoMeshLevelSurf>(state, "groupLevelSurf", [](PoMeshLevelSurf* kit) {
+        kit->valuesIndex = 0;
+        kit->levelValue = 0.5f;
+    });
 }
 BENCHMARK(BM_LevelSurface256)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond);
 
@@ -191,16 +199,9 @@ SbPlane cuttingPlane(float height) {
 // A new cross-section kit for the plane of normal (0.2, 0.3, 1) through
 // (0, 0, 0.1): the distances to the plane and the section.
 void BM_CrossSection256(benchmark::State& state) {
-    tbb::global_control threads(tbb::global_control::max_allowed_parallelism, state.range(0));
-    KitScene scene;
-    PoMeshCrossSection* kit = nullptr;
-    for (auto _ : state) {
-        scene.clear();
-        kit = scene.add<PoMeshCrossSection>();
+    rebuildNewKits<PoMeshCrossSection>(state, "groupCrossSection", [](PoMeshCrossSection* kit) {
         kit->plane = cuttingPlane(0.1f);
-        scene.rebuild();
-    }
-    setKitCounters(state, scene, kit, "groupCrossSection");
+    });
 }
 BENCHMARK(BM_CrossSection256)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond);
 

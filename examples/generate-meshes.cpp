@@ -159,11 +159,14 @@ SoNode* lineMesh() {
 // ------------------------------------------------------------------------
 // Level surfaces and cross sections of volume meshes.
 
-// A view from above and aside, for the volume scenes.
-SoNode* obliqueView() {
+// A volume scene: the mesh, seen from above and aside.
+SoSeparator* volumeScene(SoNode* mesh) {
+    auto* scene = new SoSeparator;
     auto* view = new SoTransform;
     view->rotation = SbRotation(SbVec3f(0, 0, 1), 0.5f) * SbRotation(SbVec3f(1, 0, 0), -1.0f);
-    return view;
+    scene->addChild(view);
+    scene->addChild(mesh);
+    return scene;
 }
 
 // A camera first in the scene, framing it closely: viewAll, which leaves
@@ -221,13 +224,11 @@ SoNode* levelSurfaceGrid() {
                 density.push_back(sum);
                 temperature.push_back(20.0f + 10.0f * p[2] + 4.0f * p[0]);
             }
-    auto* scene = new SoSeparator;
-    scene->addChild(obliqueView());
     auto* grid = new PoRegularCartesianGrid3D;
     grid->setGeometry(side, side, side, -1.0f, -1.0f, -1.0f, 1.0f, 1.0f, 1.0f);
     grid->mesh.addValuesSet(0, density.data(), "density");
     grid->mesh.addValuesSet(1, temperature.data(), "temperature");
-    scene->addChild(grid);
+    SoSeparator* scene = volumeScene(grid);
     scene->addChild(rainbow(13.0f, 27.0f));
     auto* surface = new PoMeshLevelSurf;
     surface->valuesIndexForLevel = 0;
@@ -255,32 +256,23 @@ SoNode* crossSectionTetrahedra() {
                 z.push_back((k + 0.5f * jitter) / n);
                 wave.push_back(std::sin(2 * kPi * x.back()) * std::cos(kPi * y.back()) + z.back());
             }
+    // Six tetrahedra around the diagonal of each cube; their corners are
+    // given as bits: 1 along x, 2 along y, 4 along z.
+    const int tets[6][4] = {{0, 1, 3, 7}, {0, 3, 2, 7}, {0, 2, 6, 7},
+                            {0, 6, 4, 7}, {0, 4, 5, 7}, {0, 5, 1, 7}};
     std::vector<int> cells;
-    const int tets[6][4] = {{0, 1, 2, 6}, {0, 2, 3, 6}, {0, 3, 7, 6},
-                            {0, 7, 4, 6}, {0, 4, 5, 6}, {0, 5, 1, 6}};
-    auto node = [n](int i, int j, int k) { return (i * (n + 1) + j) * (n + 1) + k; };
-    for (int i = 0; i < n; ++i)
-        for (int j = 0; j < n; ++j)
-            for (int k = 0; k < n; ++k) {
-                const int hex[8] = {node(i, j, k),
-                                    node(i + 1, j, k),
-                                    node(i + 1, j + 1, k),
-                                    node(i, j + 1, k),
-                                    node(i, j, k + 1),
-                                    node(i + 1, j, k + 1),
-                                    node(i + 1, j + 1, k + 1),
-                                    node(i, j + 1, k + 1)};
-                for (const auto& tet : tets)
-                    for (int local : tet)
-                        cells.push_back(hex[local]);
+    for (int cube = 0; cube < n * n * n; ++cube)
+        for (const auto& tet : tets)
+            for (int corner : tet) {
+                const int i = cube / (n * n) + (corner & 1), j = cube / n % n + (corner >> 1 & 1),
+                          k = cube % n + (corner >> 2);
+                cells.push_back((i * (n + 1) + j) * (n + 1) + k);
             }
-    auto* scene = new SoSeparator;
-    scene->addChild(obliqueView());
     auto* mesh = new PoTetrahedronMesh3D;
     mesh->setGeometry(static_cast<int>(x.size()), x.data(), y.data(), z.data(),
                       static_cast<int>(cells.size() / 4), cells.data());
     mesh->mesh.addValuesSet(0, wave.data(), "wave");
-    scene->addChild(mesh);
+    SoSeparator* scene = volumeScene(mesh);
     scene->addChild(rainbow(-1.0f, 2.0f));
     auto* isovalues = new PoIsovaluesList;
     isovalues->setRegularIsoList(-0.5f, 1.5f, 5);
@@ -332,13 +324,11 @@ SoNode* levelSurfaceCylinder() {
                 distance.push_back(dr * dr + dz * dz);
                 angle.push_back(theta);
             }
-    auto* scene = new SoSeparator;
-    scene->addChild(obliqueView());
     auto* grid = new PoCartesianGrid3D;
     grid->setGeometry(numR, numTheta, numZ, x.data(), y.data(), z.data());
     grid->mesh.addValuesSet(0, distance.data(), "distance to the ring");
     grid->mesh.addValuesSet(1, angle.data(), "angle");
-    scene->addChild(grid);
+    SoSeparator* scene = volumeScene(grid);
     scene->addChild(rainbow(0.0f, 1.5f * kPi));
     auto* tube = new PoMeshLevelSurf;
     tube->valuesIndexForLevel = 0;

@@ -19,7 +19,9 @@
 #include <Inventor/nodes/SoIndexedFaceSet.h>
 #include <Inventor/nodes/SoIndexedLineSet.h>
 #include <Inventor/nodes/SoIndexedTriangleStripSet.h>
+#include <Inventor/nodes/SoMaterial.h>
 #include <Inventor/nodes/SoMaterialBinding.h>
+#include <Inventor/nodes/SoTexture2.h>
 #include <Inventor/nodes/SoTextureCoordinate2.h>
 #include <Inventor/nodes/SoTextureCoordinateBinding.h>
 
@@ -79,6 +81,36 @@ const PbMesh* PoMesh3D::readStateMesh(void) {
 void PoMesh3D::preRebuild(void) {
     PoMesh::preRebuild();
     m_currentMesh3D = static_cast<const PbMesh3D*>(getCurrentMesh());
+}
+
+// ------------------------------------------------------- rebuild bracket
+
+const PbMesh3D* PoMesh3D::startRepresentation(const char* groupPart, const SbPlane* plane,
+                                              const char* methodName) {
+    const PbMesh3D* mesh = m_currentMesh3D;
+    m_texture = nullptr;
+    m_materialBinding = nullptr;
+    clearTekNodes();
+    if (mesh && mesh->isEmpty())
+        mesh = nullptr;
+    if (mesh && plane && !hasPlaneNormal(*plane)) {
+        PoDebugError::post(methodName, "the plane has no normal");
+        mesh = nullptr;
+    }
+    setGroup(mesh ? new SoGroup : nullptr);
+    if (!mesh) {
+        setPart("appearance.texture2", nullptr);
+        setPart("appearance.material", nullptr);
+        setPart(groupPart, nullptr);
+    }
+    return mesh;
+}
+
+void PoMesh3D::finishRepresentation(const char* groupPart) {
+    setPart("appearance.texture2", m_texture);
+    setPart("appearance.material", getMaterial());
+    setPart(groupPart, getGroup());
+    deleteTransparencyParts(getCurrentDataMapping(), getMaterial(), m_materialBinding, getGroup());
 }
 
 // ------------------------------------------------------- isosurface queries
@@ -146,19 +178,24 @@ void PoMesh3D::clearIsoCells(void) {
 
 // The cell filter sees the values of the set valuesIndexForCellFilter, one
 // per cell; a set bound per node gives it none.
-const float* PoMesh3D::filterCellValues(const PoCellFilter* filter) {
-    int setIndex = valuesIndexForCellFilter.getValue();
-    if (!filter || setIndex < 0 || !m_currentMesh3D->getValuesSet(setIndex))
+const float* PoMesh3D::boundValuesSet(int setIndex, PbMesh::DataBinding binding,
+                                      const char* methodName, const char* need) {
+    const PbMesh3D* mesh = m_currentMesh3D;
+    if (!mesh || setIndex < 0 || !mesh->getValuesSet(setIndex))
         return nullptr;
-    if (m_currentMesh3D->getValuesBinding(setIndex) != PbMesh::PER_CELL) {
-        PoDebugError::postWarning("PoMesh3D::updateLevelSurfTopology",
-                                  "value set %d is bound per node: the cell filter gets no "
-                                  "values from it",
-                                  setIndex);
+    if (mesh->getValuesBinding(setIndex) != binding) {
+        PoDebugError::post(methodName, "value set %d is bound per %s: %s", setIndex,
+                           binding == PbMesh::PER_NODE ? "cell" : "node", need);
         return nullptr;
     }
-    return isValuesSetComplete(*m_currentMesh3D, setIndex) ? m_currentMesh3D->getValuesSet(setIndex)
-                                                           : nullptr;
+    return isValuesSetComplete(*mesh, setIndex) ? mesh->getValuesSet(setIndex) : nullptr;
+}
+
+const float* PoMesh3D::filterCellValues(const PoCellFilter* filter) {
+    return filter ? boundValuesSet(valuesIndexForCellFilter.getValue(), PbMesh::PER_CELL,
+                                   "PoMesh3D::filterCellValues",
+                                   "the cell filter needs a value per cell")
+                  : nullptr;
 }
 
 bool PoMesh3D::updateLevelSurfTopology(const float* dataSet, float level) {

@@ -1,11 +1,8 @@
 #include <Quillon/3Ddata/PoMeshCrossContour.h>
 
 #include <Quillon/3Ddata/PbMesh3D.h>
-#include <Quillon/graph/PoDebugError.h>
 
 #include <Inventor/SbPlane.h>
-#include <Inventor/nodes/SoGroup.h>
-#include <Inventor/nodes/SoMaterial.h>
 
 PO_KIT_SOURCE(PoMeshCrossContour, PoMesh3D)
 
@@ -21,23 +18,12 @@ PoMeshCrossContour::~PoMeshCrossContour() = default;
 
 void PoMeshCrossContour::rebuild(void) {
     RebuildScope scope(this);
-    const PbMesh3D* mesh = getCurrentMesh3D();
-    bool drawable = mesh && !mesh->isEmpty() && hasPlaneNormal(plane.getValue());
-    if (mesh && !mesh->isEmpty() && !drawable)
-        PoDebugError::post("PoMeshCrossContour::rebuild", "the plane has no normal");
-    if (!drawable) {
-        setPart("appearance.material", nullptr);
-        setPart("groupCrossContour", nullptr);
-        setGroup(nullptr);
-        clearTekNodes();
+    const PbMesh3D* mesh =
+        startRepresentation("groupCrossContour", &plane.getValue(), "PoMeshCrossContour::rebuild");
+    if (!mesh)
         return;
-    }
-    auto* group = new SoGroup;
-    setGroup(group);
-    clearTekNodes();
     makeCrossContour(mesh, plane.getValue());
-    setPart("appearance.material", getMaterial());
-    setPart("groupCrossContour", group);
+    finishRepresentation("groupCrossContour");
 }
 
 void PoMeshCrossContour::setDefaultOnNonWritingFields(void) {

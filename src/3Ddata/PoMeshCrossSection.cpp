@@ -4,7 +4,6 @@
 #include <Quillon/3Ddata/PbGrid3D.h>
 #include <Quillon/3Ddata/PbParalCartesianGrid3D.h>
 #include <Quillon/3Ddata/PbRegularCartesianGrid3D.h>
-#include <Quillon/graph/PoDebugError.h>
 
 #include "3Ddata/PiPlaneSection.h"
 #include "platform/SoPreferences.h"
@@ -68,21 +67,10 @@ void PoMeshCrossSection::setForcedMethod(ForcedMethod method) {
 
 void PoMeshCrossSection::rebuild(void) {
     RebuildScope scope(this);
-    const PbMesh3D* mesh = getCurrentMesh3D();
-    bool drawable = mesh && !mesh->isEmpty() && hasPlaneNormal(plane.getValue());
-    if (mesh && !mesh->isEmpty() && !drawable)
-        PoDebugError::post("PoMeshCrossSection::rebuild", "the plane has no normal");
-    if (!drawable) {
-        setPart("appearance.texture2", nullptr);
-        setPart("appearance.material", nullptr);
-        setPart("groupCrossSection", nullptr);
-        setGroup(nullptr);
-        clearTekNodes();
+    const PbMesh3D* mesh =
+        startRepresentation("groupCrossSection", &plane.getValue(), "PoMeshCrossSection::rebuild");
+    if (!mesh)
         return;
-    }
-    auto* group = new SoGroup;
-    setGroup(group);
-    clearTekNodes();
     m_method = chooseMethod(*mesh);
     if (m_method == INTERSECTION) {
         drawIntersection(*mesh);
@@ -91,11 +79,7 @@ void PoMeshCrossSection::rebuild(void) {
         updateDistances(*mesh);
         meshLevelSurf(mesh);
     }
-    setPart("appearance.texture2", getSurfaceTexture());
-    setPart("appearance.material", getMaterial());
-    setPart("groupCrossSection", group);
-    deleteTransparencyParts(getCurrentDataMapping(), getMaterial(), getSurfaceMaterialBinding(),
-                            group);
+    finishRepresentation("groupCrossSection");
 }
 
 void PoMeshCrossSection::setDefaultOnNonWritingFields(void) {

@@ -1,12 +1,8 @@
 #include <Quillon/3Ddata/PoMeshLevelSurf.h>
 
 #include <Quillon/3Ddata/PbMesh3D.h>
-#include <Quillon/graph/PoDebugError.h>
 
 #include <Inventor/nodes/SoGroup.h>
-#include <Inventor/nodes/SoMaterial.h>
-#include <Inventor/nodes/SoMaterialBinding.h>
-#include <Inventor/nodes/SoTexture2.h>
 
 PO_KIT_SOURCE(PoMeshLevelSurf, PoMesh3D)
 
@@ -27,25 +23,12 @@ PoMeshLevelSurf::~PoMeshLevelSurf() = default;
 
 void PoMeshLevelSurf::rebuild(void) {
     RebuildScope scope(this);
-    const PbMesh3D* mesh = getCurrentMesh3D();
-    if (!mesh || mesh->isEmpty()) {
-        setPart("appearance.texture2", nullptr);
-        setPart("appearance.material", nullptr);
-        setPart("groupLevelSurf", nullptr);
-        setGroup(nullptr);
-        clearTekNodes();
+    const PbMesh3D* mesh = startRepresentation("groupLevelSurf");
+    if (!mesh)
         return;
-    }
-    auto* group = new SoGroup;
-    setGroup(group);
-    clearTekNodes();
     insertDefaultShapeHints();
     meshLevelSurf(mesh);
-    setPart("appearance.texture2", getSurfaceTexture());
-    setPart("appearance.material", getMaterial());
-    setPart("groupLevelSurf", group);
-    deleteTransparencyParts(getCurrentDataMapping(), getMaterial(), getSurfaceMaterialBinding(),
-                            group);
+    finishRepresentation("groupLevelSurf");
 }
 
 void PoMeshLevelSurf::setDefaultOnNonWritingFields(void) {
@@ -54,20 +37,9 @@ void PoMeshLevelSurf::setDefaultOnNonWritingFields(void) {
         groupLevelSurf.setDefault(TRUE);
 }
 
-// The level's value set, when the mesh has it with a value for every node.
 const float* PoMeshLevelSurf::getIsosurfDataSet(void) {
-    const PbMesh3D* mesh = getCurrentMesh3D();
-    int setIndex = getIsosurfDataSetIndex();
-    if (!mesh || setIndex < 0 || !mesh->getValuesSet(setIndex))
-        return nullptr;
-    if (mesh->getValuesBinding(setIndex) != PbMesh::PER_NODE) {
-        PoDebugError::post("PoMeshLevelSurf::rebuild",
-                           "value set %d is bound per cell: a level surface needs a value per "
-                           "node",
-                           setIndex);
-        return nullptr;
-    }
-    return isValuesSetComplete(*mesh, setIndex) ? mesh->getValuesSet(setIndex) : nullptr;
+    return boundValuesSet(getIsosurfDataSetIndex(), PbMesh::PER_NODE, "PoMeshLevelSurf::rebuild",
+                          "a level surface needs a value per node");
 }
 
 float PoMeshLevelSurf::getIsosurfValue(void) {

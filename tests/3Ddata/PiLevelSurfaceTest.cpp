@@ -5,6 +5,7 @@
 #include <Quillon/3Ddata/PbTetrahedronMesh3D.h>
 
 #include "3Ddata/PiLevelSurface.h"
+#include "MeshTestHelpers.h"
 #include "support/LibraryTest.h"
 #include "support/VolumeBlock.h"
 
@@ -26,19 +27,13 @@ using Edge = std::pair<int, int>;
 // other one turned, as strips draw them) or the faces as they are.
 std::vector<Polygon> polygonsOf(const PiLevelSurface& surface) {
     std::vector<Polygon> polygons;
-    Polygon run;
-    for (int32_t index : surface.getCoordIndex()) {
-        if (index >= 0) {
-            run.push_back(index);
-            continue;
-        }
+    for (const Polygon& run : meshtest::runsOf(surface.getCoordIndex())) {
         if (surface.getStyle() == PiLevelSurface::FACES)
             polygons.push_back(run);
         else
             for (size_t i = 0; i + 2 < run.size(); ++i)
                 polygons.push_back(i % 2 ? Polygon{run[i + 1], run[i], run[i + 2]}
                                          : Polygon{run[i], run[i + 1], run[i + 2]});
-        run.clear();
     }
     return polygons;
 }

@@ -8,6 +8,7 @@
 #include "3Ddata/PiMarchingCaseTable.h"
 #include "3Ddata/PiMarchingCubeCase.h"
 #include "3Ddata/PiMarchingWedgeCase.h"
+#include "MeshTestHelpers.h"
 #include "support/ErrorRecorder.h"
 #include "support/LibraryTest.h"
 
@@ -31,19 +32,6 @@ std::vector<std::unique_ptr<PbVolumeCell>> volumeCells() {
 
 bool isAbove(int caseId, int node) {
     return (caseId >> node) & 1;
-}
-
-std::vector<std::vector<int>> runs(const std::vector<int>& list) {
-    std::vector<std::vector<int>> result(1);
-    for (int value : list) {
-        if (value < 0)
-            result.emplace_back();
-        else
-            result.back().push_back(value);
-    }
-    if (result.back().empty())
-        result.pop_back();
-    return result;
 }
 
 // The facet of the reference cell holding both edges, or -1.
@@ -78,7 +66,7 @@ void checkSurface(const PbCell& cell, int id, const PiMarchingCase& mc) {
     EXPECT_EQ(used, cut);
 
     std::map<std::pair<int, int>, int> sides;
-    for (const std::vector<int>& triangle : runs(mc.getEdgeFaceSet())) {
+    for (const std::vector<int>& triangle : meshtest::runsOf(mc.getEdgeFaceSet())) {
         ASSERT_EQ(triangle.size(), 3u);
         SbVec3f points[3], up(0, 0, 0);
         for (int i = 0; i < 3; ++i) {
@@ -111,7 +99,7 @@ void checkOptionalQuadrangles(const PbCell& cell, int id, const PiMarchingCase& 
             isAbove(id, f[1]) == isAbove(id, f[3]) && isAbove(id, f[0]) != isAbove(id, f[1]))
             ambiguous.insert(facet);
     }
-    for (const std::vector<int>& quad : runs(mc.getOptQuad())) {
+    for (const std::vector<int>& quad : meshtest::runsOf(mc.getOptQuad())) {
         ASSERT_EQ(quad.size(), 4u);
         int facet = commonFacet(cell, quad[0], quad[1]);
         EXPECT_EQ(commonFacet(cell, quad[2], quad[3]), facet);

@@ -6,6 +6,7 @@
 
 #include "3Ddata/PiCrossContour.h"
 #include "3Ddata/PiPlaneSection.h"
+#include "MeshTestHelpers.h"
 #include "support/LibraryTest.h"
 #include "support/TetBlock.h"
 
@@ -19,17 +20,7 @@
 
 namespace {
 
-std::vector<std::vector<int>> runsOf(const std::vector<int32_t>& coordIndex) {
-    std::vector<std::vector<int>> runs(1);
-    for (int32_t index : coordIndex) {
-        if (index < 0)
-            runs.emplace_back();
-        else
-            runs.back().push_back(index);
-    }
-    runs.pop_back();
-    return runs;
-}
+using meshtest::runsOf;
 
 std::vector<SbVec3f> coordsOf(const PiEdgePoints& points, const PbMesh3D& mesh) {
     std::vector<SbVec3f> coords(points.getNum());

@@ -29,27 +29,26 @@ struct Drawn {
     bool hasPart = false;
 };
 
+// The first node of the type below the group, or null.
+template <class Node> Node* firstIn(SoNode* group) {
+    SoSearchAction search;
+    search.setType(Node::getClassTypeId());
+    search.apply(group);
+    return search.getPath() ? static_cast<Node*>(search.getPath()->getTail()) : nullptr;
+}
+
 Drawn drawnIn(SoBaseKit* kit, const char* part) {
     Drawn drawn;
     SoNode* group = kit->getPart(part, FALSE);
     drawn.hasPart = group != nullptr;
     if (!group)
         return drawn;
-    SoSearchAction search;
-    search.setType(SoCoordinate3::getClassTypeId());
-    search.apply(group);
-    if (search.getPath()) {
-        auto* coordinates = static_cast<SoCoordinate3*>(search.getPath()->getTail());
-        const SbVec3f* points = coordinates->point.getValues(0);
-        drawn.points.assign(points, points + coordinates->point.getNum());
-    }
-    search.setType(SoIndexedShape::getClassTypeId());
-    search.apply(group);
-    if (search.getPath()) {
-        auto* shape = static_cast<SoIndexedShape*>(search.getPath()->getTail());
-        const int32_t* index = shape->coordIndex.getValues(0);
-        drawn.coordIndex.assign(index, index + shape->coordIndex.getNum());
-    }
+    if (auto* coordinates = firstIn<SoCoordinate3>(group))
+        drawn.points.assign(coordinates->point.getValues(0),
+                            coordinates->point.getValues(0) + coordinates->point.getNum());
+    if (auto* shape = firstIn<SoIndexedShape>(group))
+        drawn.coordIndex.assign(shape->coordIndex.getValues(0),
+                                shape->coordIndex.getValues(0) + shape->coordIndex.getNum());
     return drawn;
 }
 

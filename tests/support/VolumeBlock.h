@@ -47,46 +47,36 @@ inline VolumeBlock makeVolumeBlock(int n, BlockCells kind, float jitter = 0.0f, 
     static_cast<BlockNodes&>(block) = makeBlockNodes(n, jitter, seed);
     block.numNodes = static_cast<int>(block.x.size());
     std::mt19937 random(seed);
-    int side = n + 1;
-    auto node = [side](int i, int j, int k) { return (i * side + j) * side + k; };
     static const int hexFacets[6][4] = {{0, 3, 7, 4}, {1, 5, 6, 2}, {0, 4, 5, 1},
                                         {3, 2, 6, 7}, {0, 1, 2, 3}, {4, 7, 6, 5}};
-    for (int i = 0; i < n; ++i)
-        for (int j = 0; j < n; ++j)
-            for (int k = 0; k < n; ++k) {
-                const int h[8] = {node(i, j, k),
-                                  node(i + 1, j, k),
-                                  node(i + 1, j + 1, k),
-                                  node(i, j + 1, k),
-                                  node(i, j, k + 1),
-                                  node(i + 1, j, k + 1),
-                                  node(i + 1, j + 1, k + 1),
-                                  node(i, j + 1, k + 1)};
-                BlockCells cellKind = kind;
-                if (kind == BlockCells::MIXED)
-                    cellKind = (i + 2 * j) % 3 == 0 ? BlockCells::WEDGES
-                               : random() % 2       ? BlockCells::HEXAHEDRA
-                                                    : BlockCells::PYRAMIDS;
-                if (cellKind == BlockCells::HEXAHEDRA) {
-                    block.add({h[0], h[1], h[2], h[3], h[4], h[5], h[6], h[7]});
-                } else if (cellKind == BlockCells::WEDGES) {
-                    block.add({h[0], h[1], h[2], h[4], h[5], h[6]});
-                    block.add({h[0], h[2], h[3], h[4], h[6], h[7]});
-                } else {
-                    float centre[3] = {0, 0, 0};
-                    for (int corner : h) {
-                        centre[0] += block.x[corner] / 8;
-                        centre[1] += block.y[corner] / 8;
-                        centre[2] += block.z[corner] / 8;
-                    }
-                    block.x.push_back(centre[0]);
-                    block.y.push_back(centre[1]);
-                    block.z.push_back(centre[2]);
-                    int apex = block.numNodes++;
-                    for (const auto& f : hexFacets)
-                        block.add({h[f[0]], h[f[1]], h[f[2]], h[f[3]], apex});
-                }
+    int numHexahedra = 0;
+    forEachBlockHexahedron(n, [&](const int* h) {
+        int hexahedron = numHexahedra++, i = hexahedron / (n * n), j = hexahedron / n % n;
+        BlockCells cellKind = kind;
+        if (kind == BlockCells::MIXED)
+            cellKind = (i + 2 * j) % 3 == 0 ? BlockCells::WEDGES
+                       : random() % 2       ? BlockCells::HEXAHEDRA
+                                            : BlockCells::PYRAMIDS;
+        if (cellKind == BlockCells::HEXAHEDRA) {
+            block.add({h[0], h[1], h[2], h[3], h[4], h[5], h[6], h[7]});
+        } else if (cellKind == BlockCells::WEDGES) {
+            block.add({h[0], h[1], h[2], h[4], h[5], h[6]});
+            block.add({h[0], h[2], h[3], h[4], h[6], h[7]});
+        } else {
+            float centre[3] = {0, 0, 0};
+            for (int c = 0; c < 8; ++c) {
+                centre[0] += block.x[h[c]] / 8;
+                centre[1] += block.y[h[c]] / 8;
+                centre[2] += block.z[h[c]] / 8;
             }
+            block.x.push_back(centre[0]);
+            block.y.push_back(centre[1]);
+            block.z.push_back(centre[2]);
+            int apex = block.numNodes++;
+            for (const auto& f : hexFacets)
+                block.add({h[f[0]], h[f[1]], h[f[2]], h[f[3]], apex});
+        }
+    });
     return block;
 }
 

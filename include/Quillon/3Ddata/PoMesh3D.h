@@ -1,4 +1,5 @@
 #pragma once
+#include <Quillon/3Ddata/PbMesh.h>
 #include <Quillon/3Ddata/PoMesh.h>
 #include <Quillon/QuillonApi.h>
 
@@ -51,6 +52,17 @@ protected:
     // The volume mesh of the current rebuild.
     const PbMesh3D* getCurrentMesh3D(void) const { return m_currentMesh3D; }
 
+    // The bracket of a volume representation's rebuild, whose nodes go into
+    // the part groupPart.  startRepresentation gives the mesh to draw, with a
+    // new group as the kit's group; or null, with the parts emptied, when
+    // there is no mesh, an empty one, or, when a cutting plane is given, a
+    // plane without a normal (refused with an error under methodName).
+    // finishRepresentation puts the texture, the material and the group
+    // into the parts and lets the data mapping delete transparent parts.
+    const PbMesh3D* startRepresentation(const char* groupPart, const SbPlane* plane = nullptr,
+                                        const char* methodName = nullptr);
+    void finishRepresentation(const char* groupPart);
+
     // The isosurface queries: the node values of the surface (null when
     // there are none), its level, the side its fronts face (0 the lower
     // values, 1 the higher ones), the identity of the values' content and
@@ -73,13 +85,14 @@ protected:
     // Forgets the kept topology, so that the next surface is cut anew.
     void clearIsoCells(void);
 
-    // Whether a cutting plane has a normal (and a finite distance); a plane
-    // given without one keeps a zero normal.
-    static bool hasPlaneNormal(const SbPlane& plane);
-
+    // The current mesh's value set of that index when it is bound as asked
+    // and holds a value for every node or cell; else null, with an error
+    // saying what the kit needs when the set is bound otherwise, or when it
+    // falls short.
+    const float* boundValuesSet(int setIndex, PbMesh::DataBinding binding, const char* methodName,
+                                const char* need);
     // The values of the set valuesIndexForCellFilter for the state's cell
-    // filter, one per cell (null without a filter, or for a set bound per
-    // node, with a warning).
+    // filter, one per cell (null without a filter).
     const float* filterCellValues(const PoCellFilter* filter);
 
     // The outline of the section of the mesh by the plane on the mesh's
@@ -93,10 +106,6 @@ protected:
     // texture coordinates, or for colour bands the band faces alone.
     void drawEdgeSurface(const PbMesh3D& mesh, const PiEdgePoints& points,
                          const std::vector<int32_t>& coordIndex, bool strips);
-    // The texture and the material binding of the last surface drawn (null
-    // when the colouring needs none).
-    SoTexture2* getSurfaceTexture(void) const { return m_texture; }
-    SoMaterialBinding* getSurfaceMaterialBinding(void) const { return m_materialBinding; }
 
     size_t getMemorySize(void) const override;
 
@@ -113,6 +122,9 @@ private:
         bool operator==(const TopologyKey& other) const;
     };
 
+    // Whether a cutting plane has a normal (and a finite distance); a plane
+    // given without one keeps a zero normal.
+    static bool hasPlaneNormal(const SbPlane& plane);
     TopologyKey currentTopologyKey(const PoCellFilter* filter, bool strips);
     bool cutLevelSurface(const float* dataSet, float level, const PoCellFilter* filter);
     // The steps of drawEdgeSurface, on the surface being drawn.

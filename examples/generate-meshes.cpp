@@ -203,6 +203,17 @@ SoNode* rainbow(float min, float max, float transparency = 0.0f) {
     return mapping;
 }
 
+// The level surface of value set 0, smooth, coloured by value set 1.
+SoNode* levelSurfaceColouredBySet1(float level) {
+    auto* surface = new PoMeshLevelSurf;
+    surface->valuesIndexForLevel = 0;
+    surface->levelValue = level;
+    surface->valuesIndex = 1;
+    surface->coloringType = PoMesh::COLOR_MAPPING;
+    surface->creaseAngle = 1.0f;
+    return surface;
+}
+
 // Three blobs on a 32 x 32 x 32 regular grid: the level 1 of their summed
 // densities, coloured by a temperature rising along z and x.
 SoNode* levelSurfaceGrid() {
@@ -230,13 +241,7 @@ SoNode* levelSurfaceGrid() {
     grid->mesh.addValuesSet(1, temperature.data(), "temperature");
     SoSeparator* scene = volumeScene(grid);
     scene->addChild(rainbow(13.0f, 27.0f));
-    auto* surface = new PoMeshLevelSurf;
-    surface->valuesIndexForLevel = 0;
-    surface->levelValue = 0.6f;
-    surface->valuesIndex = 1;
-    surface->coloringType = PoMesh::COLOR_MAPPING;
-    surface->creaseAngle = 1.0f;
-    scene->addChild(surface);
+    scene->addChild(levelSurfaceColouredBySet1(0.6f));
     frame(scene);
     return scene;
 }
@@ -330,13 +335,7 @@ SoNode* levelSurfaceCylinder() {
     grid->mesh.addValuesSet(1, angle.data(), "angle");
     SoSeparator* scene = volumeScene(grid);
     scene->addChild(rainbow(0.0f, 1.5f * kPi));
-    auto* tube = new PoMeshLevelSurf;
-    tube->valuesIndexForLevel = 0;
-    tube->levelValue = 0.4f;
-    tube->valuesIndex = 1;
-    tube->coloringType = PoMesh::COLOR_MAPPING;
-    tube->creaseAngle = 1.0f;
-    scene->addChild(tube);
+    scene->addChild(levelSurfaceColouredBySet1(0.4f));
     scene->addChild(rainbow(0.0f, 4.0f, 0.5f));
     auto* section = new PoMeshCrossSection;
     section->plane = SbPlane(SbVec3f(0.0f, 0.0f, 1.0f), 1.0f);

@@ -20,10 +20,14 @@
 #include <Quillon/graph/PbNumericDisplayFormat.h>
 #include <Quillon/graph/PiColorConversion.h>
 #include <Quillon/graph/PiNumericFormat.h>
+#include <Quillon/graph/PoAxis.h>
 #include <Quillon/graph/PoBase.h>
+#include <Quillon/graph/PoBaseAxis.h>
+#include <Quillon/graph/PoCartesianAxis.h>
 #include <Quillon/graph/PoClassRegistration.h>
 #include <Quillon/graph/PoDebugError.h>
 #include <Quillon/graph/PoLibraryReference.h>
+#include <Quillon/graph/PoLinearAxis.h>
 #include <Quillon/graph/PoPlotwright.h>
 
 #include <Quillon/nodes/PoBevelEdge.h>

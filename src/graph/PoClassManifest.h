@@ -12,7 +12,12 @@
 // representation kits also give their exit group.
 
 // Chart node kits.
-#define PO_CHART_KIT_CLASSES(X) X(PoPlotwright)
+#define PO_CHART_KIT_CLASSES(X)                                                                    \
+    X(PoPlotwright)                                                                                \
+    X(PoBaseAxis)                                                                                  \
+    X(PoAxis)                                                                                      \
+    X(PoCartesianAxis)                                                                             \
+    X(PoLinearAxis)
 
 // Mesh representation node kits.  Unregistration does not simply reverse
 // their registration: it goes through the exit groups in the order of

@@ -2,6 +2,7 @@
 
 #include <Quillon/Quillon.h>
 
+#include "graph/PiText.h"
 #include "graph/PoClassManifest.h"
 
 PO_KIT_ABSTRACT_SOURCE(PoPlotwright, PoBase)
@@ -23,4 +24,27 @@ PoPlotwright::PoPlotwright() {
     SO_KIT_INIT_INSTANCE();
 }
 
-PoPlotwright::~PoPlotwright() = default;
+PoPlotwright::~PoPlotwright() {
+    changeConnection(m_miscTextAttr, nullptr);
+}
+
+void PoPlotwright::setMiscTextAttr(PbMiscTextAttr* attributes) {
+    connectObject(m_miscTextAttr, attributes);
+}
+
+void PoPlotwright::basicObjectChange(PbBase* object) {
+    if (!manageConnectedObject(object, m_miscTextAttr))
+        PoBase::basicObjectChange(object);
+}
+
+const PbMiscTextAttr* PoPlotwright::getTextAttributes(void) {
+    if (m_miscTextAttr)
+        return m_miscTextAttr;
+    return readElement<PoMiscTextAttrElement>();
+}
+
+void PoPlotwright::setUpText(PiText& text, const SbString& fontName, float size) {
+    text.setMiscTextAttr(getTextAttributes());
+    text.setFontName(fontName);
+    text.setFontSize(size);
+}

@@ -2,6 +2,7 @@
 
 #include "render/SceneRendering.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace {
@@ -80,6 +81,19 @@ int countPixelsNear(const RenderImage& image, const Rgb& color, int tolerance) {
         for (int x = 0; x < image.width(); ++x)
             count += isNear(image.pixel(x, y), color, tolerance) ? 1 : 0;
     return count;
+}
+
+PixelRect drawnExtent(const RenderImage& image, const Rgb& background, int tolerance) {
+    PixelRect rect{image.width(), image.height(), -1, -1};
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (!isNear(image.pixel(x, y), background, tolerance)) {
+                rect.x0 = std::min(rect.x0, x);
+                rect.y0 = std::min(rect.y0, y);
+                rect.x1 = std::max(rect.x1, x);
+                rect.y1 = std::max(rect.y1, y);
+            }
+    return rect;
 }
 
 ::testing::AssertionResult isAllBackground(const RenderImage& image, const Rgb& background,

@@ -47,6 +47,15 @@ bool isNear(const Rgb& actual, const Rgb& expected, int tolerance);
 
 int countPixelsNear(const RenderImage& image, const Rgb& color, int tolerance = 8);
 
+// The smallest rectangle of columns x0..x1 and rows y0..y1 (top-left
+// origin, inclusive) holding every pixel that differs from the background;
+// empty when there is none.
+struct PixelRect {
+    int x0 = 0, y0 = 0, x1 = -1, y1 = -1;
+    bool empty() const { return x1 < x0 || y1 < y0; }
+};
+PixelRect drawnExtent(const RenderImage& image, const Rgb& background, int tolerance = 8);
+
 // For EXPECT_TRUE: nothing but background was drawn.
 ::testing::AssertionResult isAllBackground(const RenderImage& image, const Rgb& background,
                                            int tolerance = 8);

@@ -8,9 +8,9 @@
 
 #include "support/ErrorRecorder.h"
 #include "support/LibraryTest.h"
+#include "support/SceneSearch.h"
 #include "support/TetBlock.h"
 
-#include <Inventor/actions/SoSearchAction.h>
 #include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoIndexedShape.h>
 
@@ -31,10 +31,8 @@ struct Drawn {
 
 // The first node of the type below the group, or null.
 template <class Node> Node* firstIn(SoNode* group) {
-    SoSearchAction search;
-    search.setType(Node::getClassTypeId());
-    search.apply(group);
-    return search.getPath() ? static_cast<Node*>(search.getPath()->getTail()) : nullptr;
+    std::vector<Node*> found = findAll<Node>(group);
+    return found.empty() ? nullptr : found.front();
 }
 
 Drawn drawnIn(SoBaseKit* kit, const char* part) {

@@ -8,6 +8,7 @@
 
 #include "support/ErrorRecorder.h"
 #include "support/LibraryTest.h"
+#include "support/SceneIO.h"
 #include "support/SceneSearch.h"
 #include "support/TetBlock.h"
 
@@ -355,4 +356,29 @@ TEST_F(VolumeKitTest, MovingThePlaneAlongItsNormalKeepsTheDistances) {
         }
         root->removeChild(kit);
     }
+}
+
+// The kits go through scene files with their fields, and without the
+// nodes they built (in the folded write format).
+TEST_F(VolumeKitTest, KitsRoundTripThroughSceneFiles) {
+    auto* surface = addKit<PoMeshLevelSurf>();
+    surface->levelValue = 4.5f;
+    surface->surfOrientation = PoMeshLevelSurf::ORIENTED_TO_MIN;
+    surface->valuesIndexForLevel = 2;
+    auto* section = addKit<PoMeshCrossSection>();
+    auto* contour = addKit<PoMeshCrossContour>();
+    section->plane = contour->plane = SbPlane(SbVec3f(0, 1, 0), 0.25f);
+    traverse();
+    const std::string written = SceneIO::write(root);
+    EXPECT_EQ(written.find("Coordinate3"), std::string::npos);
+    SoNode* copy = SceneIO::read(written);
+    ASSERT_NE(copy, nullptr);
+    copy->ref();
+    auto* surfaceCopy = findAll<PoMeshLevelSurf>(copy).at(0);
+    EXPECT_EQ(surfaceCopy->levelValue.getValue(), 4.5f);
+    EXPECT_EQ(surfaceCopy->surfOrientation.getValue(), PoMeshLevelSurf::ORIENTED_TO_MIN);
+    EXPECT_EQ(surfaceCopy->valuesIndexForLevel.getValue(), 2);
+    EXPECT_TRUE(findAll<PoMeshCrossSection>(copy).at(0)->plane.isSame(section->plane));
+    EXPECT_TRUE(findAll<PoMeshCrossContour>(copy).at(0)->plane.isSame(contour->plane));
+    copy->unref();
 }

@@ -299,11 +299,13 @@ TEST_F(VolumeKitTest, CrossSectionMethodChoice) {
             setenv("TEK_3DDATA_CROSS_SECTION_METHOD", c.preference, 1);
         else
             unsetenv("TEK_3DDATA_CROSS_SECTION_METHOD");
-        auto* filter = new PoIntervalCellFilter;
-        filter->min = -1e30f;
-        filter->max = 1e30f;
-        if (c.filter)
+        PoIntervalCellFilter* filter = nullptr;
+        if (c.filter) {
+            filter = new PoIntervalCellFilter;
+            filter->min = -1e30f;
+            filter->max = 1e30f;
             root->insertChild(filter, 0);
+        }
         kit->setMesh(c.mesh);
         kit->plane = *c.plane;
         kit->setForcedMethod(c.forced);
@@ -311,7 +313,7 @@ TEST_F(VolumeKitTest, CrossSectionMethodChoice) {
         EXPECT_EQ(kit->getMethod(), c.expected)
             << (c.preference ? c.preference : "no preference") << ", forced " << c.forced;
         EXPECT_FALSE(drawnIn(kit, "groupCrossSection").coordIndex.empty());
-        if (c.filter)
+        if (filter)
             root->removeChild(filter);
     }
     unsetenv("TEK_3DDATA_CROSS_SECTION_METHOD");

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cmath>
+#include <memory>
 
 struct PiGridLevelSurface::Slab {
     int begin = 0;
@@ -23,7 +24,9 @@ struct PiGridLevelSurface::Slab {
     // the edges along j and k on the layer's lower and upper planes, by
     // (j, k) and the axis (after the walk the lower plane is the slab's
     // top).
-    std::vector<int> xEdges, lower, upper;
+    // Left uninitialised: a slot is read only after the cell that makes its
+    // point has written it.
+    std::unique_ptr<int[]> xEdges, lower, upper;
     // How the rows of nodes of the lower and upper plane are cut.
     std::vector<PiGridLevelSurface::RowSpan> lowerSpans, upperSpans;
     bool onLevel = false;
@@ -153,27 +156,29 @@ PiGridLevelSurface::RowSpan scanRow(const Row& row, int numZ, float level, bool 
 }
 
 // Classifies a row whose values never decrease (or never increase) along
-// it: the level cuts it at most once, found by bisection.
+// it: the level cuts it at most once, found by bisection.  Values equal to
+// the level lie together on the lower side of the cut, next to it, or at
+// an end of a row that the level does not cut.
 template <class Row>
 PiGridLevelSurface::RowSpan searchRow(const Row& row, int numZ, float level, bool flagAbove,
-                                      bool increasing, bool& onLevel) {
+                                      bool& onLevel) {
     auto flag = [&](float v) { return (v > level) == flagAbove; };
     PiGridLevelSurface::RowSpan span{{-1, -1}, -1, 0, flag(row[0]), flag(row[numZ - 1])};
-    auto firstWhere = [numZ](auto predicate) {
-        int lo = 0, hi = numZ;
+    int before = 0, after = numZ - 1;
+    if (span.startFlag != span.endFlag) {
+        int lo = 1, hi = numZ - 1;
         while (lo < hi) {
             int mid = (lo + hi) / 2;
-            if (predicate(mid))
+            if (flag(row[mid]) != span.startFlag)
                 hi = mid;
             else
                 lo = mid + 1;
         }
-        return lo;
-    };
-    if (span.startFlag != span.endFlag)
-        addCut(span, firstWhere([&](int k) { return flag(row[k]) != span.startFlag; }) - 1);
-    int reach = firstWhere([&](int k) { return increasing ? row[k] >= level : row[k] <= level; });
-    onLevel |= reach < numZ && row[reach] == level;
+        addCut(span, lo - 1);
+        before = lo - 1;
+        after = lo;
+    }
+    onLevel |= row[before] == level || row[after] == level;
     return span;
 }
 
@@ -203,8 +208,8 @@ bool PiGridLevelSurface::build(bool levelMayTouchNodes, std::vector<int>& pointN
                                std::vector<float>& pointParams, std::vector<int32_t>& coordIndex) {
     if (!m_field.values) {
         const float* c = m_field.axisTerms[2];
-        m_increasing = std::is_sorted(c, c + m_numZ);
-        m_monotonic = m_increasing || std::is_sorted(c, c + m_numZ, std::greater<float>());
+        m_monotonic =
+            std::is_sorted(c, c + m_numZ) || std::is_sorted(c, c + m_numZ, std::greater<float>());
         m_hasNaN = hasNaNValue(m_field.axisTerms[0], m_numX) ||
                    hasNaNValue(m_field.axisTerms[1], m_numY) || hasNaNValue(c, m_numZ);
         m_monotonic = m_monotonic && !m_hasNaN;
@@ -247,9 +252,8 @@ void PiGridLevelSurface::classifyPlane(const Field& field, int i, Slab& slab,
     spans.resize(m_numY);
     for (int j = 0; j < m_numY; ++j) {
         auto row = field.row(i, j);
-        spans[j] = m_monotonic
-                       ? searchRow(row, m_numZ, m_level, m_flagAbove, m_increasing, slab.onLevel)
-                       : scanRow(row, m_numZ, m_level, m_flagAbove, slab.onLevel, slab.nan);
+        spans[j] = m_monotonic ? searchRow(row, m_numZ, m_level, m_flagAbove, slab.onLevel)
+                               : scanRow(row, m_numZ, m_level, m_flagAbove, slab.onLevel, slab.nan);
     }
 }
 
@@ -308,9 +312,9 @@ void PiGridLevelSurface::forEachCutRun(const Slab& slab, int j, Visit visit) con
 
 template <class Field> void PiGridLevelSurface::walkSlab(const Field& field, Slab& slab) const {
     size_t planeSize = size_t(m_numY) * m_numZ;
-    slab.xEdges.resize(2 * size_t(m_numZ));
-    slab.lower.resize(2 * planeSize);
-    slab.upper.resize(2 * planeSize);
+    slab.xEdges.reset(new int[2 * size_t(m_numZ)]);
+    slab.lower.reset(new int[2 * planeSize]);
+    slab.upper.reset(new int[2 * planeSize]);
     if (slab.begin > 0)
         for (size_t place = 0; place < 2 * planeSize; ++place)
             slab.lower[place] = lowerPlaneRef(place);
@@ -367,7 +371,7 @@ void PiGridLevelSurface::cutCell(const Field& field, Slab& slab, int i, int j, i
         size_t row = size_t(j + e.dj), column = size_t(k + e.dk);
         if (e.cache == X_EDGES)
             return slab.xEdges[(row & 1) * nz + column];
-        std::vector<int>& plane = e.cache == LOWER_PLANE ? slab.lower : slab.upper;
+        int* plane = e.cache == LOWER_PLANE ? slab.lower.get() : slab.upper.get();
         return plane[2 * (row * nz + column) + e.axis];
     };
     int position = (i == 0 ? I_FIRST : 0) | (j == 0 ? J_FIRST : 0) | (k == 0 ? K_FIRST : 0);

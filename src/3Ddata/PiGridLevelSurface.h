@@ -77,6 +77,5 @@ private:
     // For values summed along the axes: whether the terms along k never
     // decrease (or never increase), so that rows are searched, not read.
     bool m_monotonic = false;
-    bool m_increasing = false;
     const PiMarchingCase* m_cases[256];
 };

@@ -1,11 +1,14 @@
 // generate-meshes: writes the mesh example scenes, one mesh of each family
-// with value sets, and scenes of representations of them, through the
-// library's own scene-file writer.
+// with value sets, the scenes of meshes drawn as coloured surfaces, and
+// level surfaces and sections of volume meshes, through the library's own
+// scene-file writer.
 //
 //   generate-meshes OUTPUT_DIRECTORY
 
+#include <Quillon/3Ddata/PbTriangleMesh2D.h>
 #include <Quillon/3Ddata/PoMeshCrossContour.h>
 #include <Quillon/3Ddata/PoMeshCrossSection.h>
+#include <Quillon/3Ddata/PoMeshFilled.h>
 #include <Quillon/3Ddata/PoMeshLevelSurf.h>
 #include <Quillon/PoQuillon.h>
 #include <Quillon/nodes/PoCartesianGrid2D.h>
@@ -13,15 +16,20 @@
 #include <Quillon/nodes/PoIndexedMesh2D.h>
 #include <Quillon/nodes/PoIrregularMesh1D.h>
 #include <Quillon/nodes/PoIsovaluesList.h>
+#include <Quillon/nodes/PoLinearDataMapping.h>
 #include <Quillon/nodes/PoNonLinearDataMapping2.h>
 #include <Quillon/nodes/PoParalCartesianGrid3D.h>
+#include <Quillon/nodes/PoPolarGrid2D.h>
+#include <Quillon/nodes/PoRegularCartesianGrid2D.h>
 #include <Quillon/nodes/PoRegularCartesianGrid3D.h>
 #include <Quillon/nodes/PoTetrahedronMesh3D.h>
+#include <Quillon/nodes/PoTriangleMesh2D.h>
 
 #include <Inventor/SbViewportRegion.h>
 #include <Inventor/SoOutput.h>
 #include <Inventor/actions/SoWriteAction.h>
 #include <Inventor/nodes/SoBaseColor.h>
+#include <Inventor/nodes/SoDirectionalLight.h>
 #include <Inventor/nodes/SoDrawStyle.h>
 #include <Inventor/nodes/SoInfo.h>
 #include <Inventor/nodes/SoPerspectiveCamera.h>
@@ -32,6 +40,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <memory>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -154,6 +164,179 @@ SoNode* lineMesh() {
     line->mesh.addValuesSet(0, rain.data(), "rain");
     line->mesh.addValuesSet(1, temperature.data(), "temperature");
     return line;
+}
+
+// ------------------------------------------------- coloured surfaces
+
+// A piecewise-linear colour scale through the given values and colours.
+PoNonLinearDataMapping2* colourScale(const std::vector<float>& values,
+                                     const std::vector<SbColor>& colors) {
+    auto* mapping = new PoNonLinearDataMapping2;
+    mapping->type = PoNonLinearDataMapping2::LINEAR_PER_LEVEL;
+    mapping->value.setValues(0, static_cast<int>(values.size()), values.data());
+    mapping->color.setValues(0, static_cast<int>(colors.size()), colors.data());
+    mapping->transparency.setNum(0);
+    return mapping;
+}
+
+PoMeshFilled* filled(PoMesh::ColoringType coloring) {
+    auto* kit = new PoMeshFilled;
+    kit->valuesIndex = 0;
+    kit->coloringType = coloring;
+    return kit;
+}
+
+float hill(float x, float y, float cx, float cy, float height, float width) {
+    return height * std::exp(-((x - cx) * (x - cx) + (y - cy) * (y - cy)) / (width * width));
+}
+
+// Hills over a regular grid, raised by their heights and coloured by them,
+// seen lit from an oblique viewpoint.
+SoNode* elevationMap() {
+    const int numX = 81, numY = 61;
+    auto* grid = new PoRegularCartesianGrid2D;
+    grid->setGeometry(numX, numY, 0.0f, 0.0f, 8.0f, 6.0f);
+    std::vector<float> height;
+    for (int i = 0; i < numX; ++i)
+        for (int j = 0; j < numY; ++j) {
+            const float x = 0.1f * i, y = 0.1f * j;
+            height.push_back(hill(x, y, 2.5f, 2.0f, 1.4f, 1.3f) +
+                             hill(x, y, 5.5f, 4.0f, 1.0f, 1.6f) +
+                             hill(x, y, 6.5f, 1.2f, 0.6f, 0.8f) +
+                             0.08f * std::sin(3.0f * x) * std::cos(2.0f * y));
+        }
+    grid->mesh.addValuesSet(0, height.data(), "height");
+
+    auto* scene = new SoSeparator;
+    auto* camera = new SoPerspectiveCamera;
+    camera->position.setValue(4.0f, -4.5f, 7.0f);
+    camera->pointAt(SbVec3f(4.0f, 2.6f, 0.3f));
+    camera->nearDistance = 1.0f;
+    camera->farDistance = 30.0f;
+    scene->addChild(camera);
+    auto* sun = new SoDirectionalLight;
+    sun->direction.setValue(-0.4f, 0.5f, -0.75f);
+    scene->addChild(sun);
+    scene->addChild(grid);
+    scene->addChild(colourScale({0.0f, 0.25f, 0.7f, 1.1f, 1.45f},
+                                {SbColor(0.15f, 0.45f, 0.25f), SbColor(0.45f, 0.65f, 0.25f),
+                                 SbColor(0.8f, 0.7f, 0.4f), SbColor(0.55f, 0.4f, 0.25f),
+                                 SbColor(0.95f, 0.95f, 0.95f)}));
+    PoMeshFilled* kit = filled(PoMesh::COLOR_MAPPING);
+    kit->zValuesIndex = 0;
+    kit->creaseAngle = 1.0f;
+    scene->addChild(kit);
+    return scene;
+}
+
+// A field around a ring sector, in colour bands along uneven isovalues with
+// a colour scale that changes faster near zero.
+SoNode* polarBands() {
+    const int numR = 30, numT = 120;
+    std::vector<float> r, t, field;
+    for (int i = 0; i < numR; ++i)
+        r.push_back(1.0f + 2.0f * i / (numR - 1));
+    for (int j = 0; j < numT; ++j)
+        t.push_back(1.5f * kPi * j / (numT - 1));
+    for (float ri : r)
+        for (float tj : t)
+            field.push_back((1.0f - 1.0f / (ri * ri)) * std::sin(3.0f * tj) * (3.2f - ri) +
+                            0.15f * ri);
+    auto* grid = new PoPolarGrid2D;
+    grid->setGeometry(numR, numT, r.data(), t.data());
+    grid->mesh.addValuesSet(0, field.data(), "field");
+
+    auto* scene = new SoSeparator;
+    scene->addChild(grid);
+    const float isovalues[] = {-1.2f, -0.6f, -0.25f, -0.05f, 0.05f, 0.25f, 0.6f, 1.2f};
+    auto* list = new PoIsovaluesList;
+    list->isovaluesList.setValues(0, 8, isovalues);
+    scene->addChild(list);
+    scene->addChild(colourScale({-1.8f, -0.3f, 0.0f, 0.3f, 1.8f},
+                                {SbColor(0.1f, 0.15f, 0.55f), SbColor(0.35f, 0.6f, 0.95f),
+                                 SbColor(0.97f, 0.97f, 0.9f), SbColor(0.95f, 0.6f, 0.3f),
+                                 SbColor(0.55f, 0.1f, 0.1f)}));
+    scene->addChild(filled(PoMesh::COLOR_CONTOURING));
+    return scene;
+}
+
+// Scattered measurements triangulated (a Delaunay triangulation of the
+// points in a rectangle) and drawn in bands of a texture.
+SoNode* scatteredTextureBands() {
+    std::mt19937 random(11);
+    std::uniform_real_distribution<float> across(0.05f, 3.95f), up(0.05f, 2.95f);
+    std::vector<float> x{0.0f, 4.0f, 4.0f, 0.0f}, y{0.0f, 0.0f, 3.0f, 3.0f};
+    for (int k = 0; k < 400; ++k) {
+        x.push_back(across(random));
+        y.push_back(up(random));
+    }
+    // Two triangles give the outline; the points inside join the
+    // triangulation that follows.
+    const int outline[] = {0, 1, 2, 0, 2, 3};
+    PbTriangleMesh2D points;
+    points.setGeometry(static_cast<int>(x.size()), x.data(), y.data(), 2, outline);
+    std::unique_ptr<PbTriangleMesh2D> triangles(points.getFaultMesh(0, nullptr, nullptr));
+    std::vector<float> measure;
+    for (int n = 0; n < triangles->getNumNodes(); ++n) {
+        const SbVec3f p = triangles->getNodeCoord(n);
+        measure.push_back(std::sin(1.6f * p[0]) * std::cos(1.3f * p[1]) +
+                          0.4f * std::sin(0.8f * p[0] + 1.7f * p[1]));
+    }
+    triangles->addValuesSet(0, measure.data(), "measure");
+    auto* mesh = new PoTriangleMesh2D;
+    mesh->mesh.setValue(*triangles);
+
+    auto* scene = new SoSeparator;
+    scene->addChild(mesh);
+    auto* list = new PoIsovaluesList;
+    list->setRegularIsoList(-1.2f, 1.2f, 9);
+    scene->addChild(list);
+    scene->addChild(colourScale({-1.4f, -0.5f, 0.0f, 0.5f, 1.4f},
+                                {SbColor(0.2f, 0.1f, 0.5f), SbColor(0.1f, 0.5f, 0.8f),
+                                 SbColor(0.3f, 0.75f, 0.4f), SbColor(0.95f, 0.8f, 0.2f),
+                                 SbColor(0.85f, 0.2f, 0.1f)}));
+    scene->addChild(filled(PoMesh::COLOR_TEXTURE_CONTOURING));
+    return scene;
+}
+
+// A bent channel on a curvilinear grid in one colour per cell; the speeds
+// above the maximum threshold are cut away (fully transparent parts are
+// deleted) and those below the minimum show its colour.
+SoNode* curvilinearAverage() {
+    const int numX = 48, numY = 20;
+    std::vector<float> x, y, speed;
+    for (int i = 0; i < numX; ++i)
+        for (int j = 0; j < numY; ++j) {
+            const float u = static_cast<float>(i) / (numX - 1),
+                        v = static_cast<float>(j) / (numY - 1);
+            const float angle = kPi * u, radius = 2.0f + v;
+            x.push_back(radius * std::cos(angle));
+            y.push_back(1.5f * radius * std::sin(angle));
+            speed.push_back(4.0f * v * (1.0f - v) * (1.0f + 0.6f * std::sin(3.0f * kPi * u)) /
+                            radius * 2.0f);
+        }
+    auto* grid = new PoCartesianGrid2D;
+    grid->setGeometry(numX, numY, x.data(), y.data());
+    grid->mesh.addValuesSet(0, speed.data(), "speed");
+
+    auto* mapping = new PoLinearDataMapping;
+    mapping->value1 = 0.0f;
+    mapping->color1.setValue(0.2f, 0.3f, 0.8f);
+    mapping->value2 = 1.2f;
+    mapping->color2.setValue(0.95f, 0.85f, 0.3f);
+    mapping->transparencyEnabled = TRUE;
+    mapping->minThresholdEnabled = TRUE;
+    mapping->minThreshold = 0.12f;
+    mapping->minThresholdColor.setValue(0.15f, 0.15f, 0.2f);
+    mapping->maxThresholdEnabled = TRUE;
+    mapping->maxThreshold = 1.0f;
+    mapping->maxThresholdTransparency = 1.0f;
+
+    auto* scene = new SoSeparator;
+    scene->addChild(grid);
+    scene->addChild(mapping);
+    scene->addChild(filled(PoMesh::COLOR_AVERAGE));
+    return scene;
 }
 
 // ------------------------------------------------------------------------
@@ -389,6 +572,17 @@ int main(int argc, char** argv) {
         writeScene(directory + "mesh-volume-unstructured.iv",
                    "A tetrahedron mesh with pressures and volume fractions", volumeMesh()) &&
         writeScene(directory + "mesh-line.iv", "A line mesh with two curves", lineMesh()) &&
+        writeScene(directory + "filled-elevation-map.iv",
+                   "Hills of a regular grid raised by their heights and coloured by them",
+                   elevationMap()) &&
+        writeScene(directory + "filled-polar-bands.iv",
+                   "A polar grid in colour bands along uneven isovalues", polarBands()) &&
+        writeScene(directory + "filled-scattered-texture-bands.iv",
+                   "Scattered points triangulated and drawn in texture colour bands",
+                   scatteredTextureBands()) &&
+        writeScene(directory + "filled-curvilinear-average.iv",
+                   "A curvilinear grid in one colour per cell, cut away above a threshold",
+                   curvilinearAverage()) &&
         writeScene(directory + "level-surface-grid.iv",
                    "An isosurface of a regular grid coloured by a second value set",
                    levelSurfaceGrid()) &&

@@ -195,6 +195,10 @@ PbMesh& PbMesh::operator=(const PbMesh& other) {
 }
 
 PbMesh::~PbMesh() {
+    // What derives from the mesh is gone already: connected kits hear only of
+    // its end (from the base), not of a half-destroyed mesh losing its sets,
+    // which a kit that rebuilds at once would draw from.
+    enableConnection(0);
     removeAllValuesSet();
     removeAllStringsSet();
     removeAllVecsSet();

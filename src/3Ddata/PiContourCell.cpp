@@ -1,6 +1,7 @@
 #include "3Ddata/PiContourCell.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 // For a crossing on side s of a quadrangle: the two adjacent sides and the
@@ -171,4 +172,40 @@ int PiBandCutter::cut(const PiContourCell& cell, const SbVec3f* points, int cros
         ++numFaces;
     }
     return numFaces;
+}
+
+int PiBandCutter::cutPolygon(const SbVec3f* corners, const float* values, int numCorners,
+                             const float* isovalues, int numIsovalues, std::vector<SbVec3f>& points,
+                             std::vector<int32_t>& coordIndex, std::vector<int32_t>& faceBands) {
+    if ((numCorners != 3 && numCorners != 4) ||
+        !std::all_of(values, values + numCorners, [](float v) { return std::isfinite(v); }))
+        return 0;
+    // The polygon as a cell whose crossings are numbered from 1 side by side.
+    PiContourCell cell;
+    cell.numSides = numCorners;
+    const int first = static_cast<int>(points.size());
+    for (int k = 0; k < numCorners; ++k) {
+        cell.nodes[k] = first + k;
+        cell.bands[k] = static_cast<int>(
+            std::lower_bound(isovalues, isovalues + numIsovalues, values[k]) - isovalues);
+        points.push_back(corners[k]);
+    }
+    m_crossingPoints.assign(1, SbVec3f(0.0f, 0.0f, 0.0f));
+    for (int s = 0; s < numCorners; ++s) {
+        int low = s, high = (s + 1) % numCorners;
+        if (values[high] < values[low])
+            std::swap(low, high);
+        PiContourCell::Side& side = cell.sides[s];
+        side.firstIso = cell.bands[low];
+        side.count = cell.bands[high] - cell.bands[low];
+        side.firstCrossing = side.count ? static_cast<int>(m_crossingPoints.size()) : 0;
+        for (int k = 0; k < side.count; ++k)
+            m_crossingPoints.push_back(PiContourCell::interpolate(corners[low], corners[high],
+                                                                  values[low], values[high],
+                                                                  isovalues[side.firstIso + k]));
+    }
+    const int crossingPointBase = static_cast<int>(points.size()) - 1;
+    points.insert(points.end(), m_crossingPoints.begin() + 1, m_crossingPoints.end());
+    return cut(cell, m_crossingPoints.data(), crossingPointBase, false, nullptr, coordIndex,
+               faceBands);
 }

@@ -71,6 +71,15 @@ public:
             const char* visibleBands, std::vector<int32_t>& coordIndex,
             std::vector<int32_t>& faceBands);
 
+    // The same for a polygon of its own (a triangle or a quadrangle, for
+    // instance a piece of a level surface): corners with their values,
+    // ascending isovalues.  Appends the corners and the crossing points to
+    // points and the faces, as indices into points, to coordIndex with
+    // their bands to faceBands.  Returns the number of faces written.
+    int cutPolygon(const SbVec3f* corners, const float* values, int numCorners,
+                   const float* isovalues, int numIsovalues, std::vector<SbVec3f>& points,
+                   std::vector<int32_t>& coordIndex, std::vector<int32_t>& faceBands);
+
 private:
     struct Entry {
         int point;
@@ -88,4 +97,5 @@ private:
     std::vector<int> m_partner;
     std::vector<char> m_arcUsed;
     std::vector<int32_t> m_face;
+    std::vector<SbVec3f> m_crossingPoints;
 };

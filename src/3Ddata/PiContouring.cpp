@@ -75,7 +75,7 @@ void PiContouring::setMeshKind(MeshKind kind, const PbMesh2D* mesh, const float*
     m_elementsBuilt = false;
     m_wallsApplied = false;
     m_elements.clear();
-    m_grid.reset();
+    m_onFastPath = false;
 }
 
 void PiContouring::setMesh(const PbIndexedMesh2D* mesh, const float* z) {
@@ -132,7 +132,7 @@ void PiContouring::buildElements() {
     int numX = 0, numY = 0;
     if (m_gridMesh)
         m_gridMesh->getDim(numX, numY);
-    const auto* indexed = static_cast<const PbIndexedMesh2D*>(m_mesh);
+    const auto* indexed = m_gridMesh ? nullptr : static_cast<const PbIndexedMesh2D*>(m_mesh);
     for (int c = 0; c < numCells; ++c) {
         Element& element = m_elements[c];
         element = Element{0, {0, 0, 0, 0}, 0, {0, 0, 0, 0}};
@@ -213,7 +213,7 @@ void PiContouring::computeContouringPoints(const float* values, const float* z) 
 
 void PiContouring::computeCrossings(const float* values, const float* z, bool join) {
     m_isolinesBuilt = false;
-    m_grid.reset();
+    m_onFastPath = false;
     m_z = z;
     resetRecords();
     if (!values || !m_mesh)
@@ -234,8 +234,10 @@ bool PiContouring::computeOnFastPath(const float* values, const float* z, bool j
         return false;
     int numIsovalues;
     const float* isovalues = getAdjustedIsovalues(numIsovalues);
-    auto grid = std::make_unique<PiGridContouring>(*m_gridMesh, values, z, isovalues, numIsovalues);
-    if (!grid->computeBands())
+    if (!m_grid)
+        m_grid = std::make_unique<PiGridContouring>();
+    PiGridContouring* grid = m_grid.get();
+    if (!grid->computeBands(*m_gridMesh, values, z, isovalues, numIsovalues))
         return false;
     const int numCrossings = grid->countCrossings();
     m_points.assign(numCrossings + 1, SbVec3f(0.0f, 0.0f, 0.0f));
@@ -247,14 +249,14 @@ bool PiContouring::computeOnFastPath(const float* values, const float* z, bool j
             PoDebugError::post("PiContouring::tsearch_next_vertex_in_elem ",
                                "search next vertex of isoline failed");
     }
-    m_grid = std::move(grid);
+    m_onFastPath = true;
     return true;
 }
 
 const SbVec3f* PiContouring::getCrossingPoints() const {
     // The general path puts the crossing points after the nodes; the fast
     // path keeps the crossing points alone.
-    if (m_grid || getNumNodes() == 0)
+    if (m_onFastPath || getNumNodes() == 0)
         return m_points.data();
     return m_points.data() + getNumNodes() - 1;
 }

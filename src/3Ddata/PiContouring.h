@@ -62,7 +62,7 @@ public:
 
     // Whether grids may take the fast path (on by default).
     void enableFastGridPath(bool on) { m_fastGridPathEnabled = on; }
-    bool usedFastGridPath() const { return m_grid != nullptr; }
+    bool usedFastGridPath() const { return m_onFastPath; }
 
     // Removes the elements that would draw walls along the border of the
     // regions that the data mapping's thresholds make invisible: only with
@@ -107,9 +107,13 @@ protected:
     // the fast path.  With the fast path the grid object stays for
     // further use (getGridContouring).
     void computeCrossings(const float* values, const float* z, bool join);
-    const PiGridContouring* getGridContouring() const { return m_grid.get(); }
+    const PiGridContouring* getGridContouring() const {
+        return m_onFastPath ? m_grid.get() : nullptr;
+    }
 
     const PbMesh2D* getMesh() const { return m_mesh; }
+    // The grid, for the grid kinds; null for the indexed kind.
+    const PbGrid2D* getGridMesh() const { return m_gridMesh; }
     const PbDataMapping* getDataMapping() const { return m_dataMapping; }
     int getNumNodes() const;
     // The element records (built on first need after setMesh).
@@ -155,6 +159,7 @@ private:
     std::vector<int> m_starts;
     std::vector<SbVec3f> m_points;
     std::unique_ptr<PiGridContouring> m_grid;
+    bool m_onFastPath = false;
     PiIsolines m_isolines;
     bool m_isolinesBuilt = false;
 };

@@ -1,15 +1,17 @@
 #include "3Ddata/PiContouringFilled.h"
 
 #include "3Ddata/PiBandColors.h"
+#include "3Ddata/PiBandStrips.h"
 #include "3Ddata/PiContourCell.h"
-#include "3Ddata/PiGridContouring.h"
 
+#include <Quillon/3Ddata/PbGrid2D.h>
 #include <Quillon/graph/PbDataMapping.h>
 #include <Quillon/graph/PbIsovaluesList.h>
 
 #include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoGroup.h>
 #include <Inventor/nodes/SoIndexedFaceSet.h>
+#include <Inventor/nodes/SoIndexedTriangleStripSet.h>
 #include <Inventor/nodes/SoMaterial.h>
 #include <Inventor/nodes/SoMaterialBinding.h>
 
@@ -40,25 +42,47 @@ std::vector<char> PiContouringFilled::setBandColors(SoMaterial* material) const 
     return visible;
 }
 
+// A grid's whole quadrangles go into strips as on the fast path; every
+// other element is cut into faces.
 void PiContouringFilled::cutElements(const float* values, const std::vector<char>& visible,
-                                     SoMFInt32& coordIndex, SoMFInt32& faceBands) {
-    std::vector<int32_t> indices, bands;
+                                     const PiGridContouring::BandShapes& shapes) {
+    PiVectorOut stripIndex, stripBands;
+    std::vector<int32_t> faceIndex, faceBands;
+    PiBandStrips<PiVectorOut> strips(stripIndex, stripBands);
     PiBandCutter cutter;
     PiContourCell cell;
+    int numX = 0, numY = 0;
+    if (getGridMesh())
+        getGridMesh()->getDim(numX, numY);
     const std::vector<Element>& elements = getElements();
     const int* orientFlags = getOrientFlags();
     for (int e = 0; e < static_cast<int>(elements.size()); ++e) {
-        if ((elements[e].kind != 3 && elements[e].kind != 4) ||
-            !hasFiniteValues(elements[e], values))
+        const Element& element = elements[e];
+        if ((element.kind != 3 && element.kind != 4) || !hasFiniteValues(element, values)) {
+            strips.end();
             continue;
+        }
         describeElement(e, values, cell);
+        if (getGridMesh() && element.kind == 4 && element.numCutEdges == 0) {
+            if (visible[cell.bands[0]])
+                strips.addCell(e / (numY - 1), e % (numY - 1), element.nodes, cell.bands[0]);
+            else
+                strips.end();
+            continue;
+        }
+        strips.end();
         cutter.cut(cell, getCrossingPoints(), getNumNodes() - 1, orientFlags && orientFlags[e] != 1,
-                   visible.data(), indices, bands);
+                   visible.data(), faceIndex, faceBands);
     }
-    coordIndex.setNum(static_cast<int>(indices.size()));
-    coordIndex.setValues(0, static_cast<int>(indices.size()), indices.data());
-    faceBands.setNum(static_cast<int>(bands.size()));
-    faceBands.setValues(0, static_cast<int>(bands.size()), bands.data());
+    strips.end();
+    auto store = [](SoMFInt32& field, const std::vector<int32_t>& values) {
+        field.setNum(static_cast<int>(values.size()));
+        field.setValues(0, static_cast<int>(values.size()), values.data());
+    };
+    store(shapes.stripIndex, stripIndex.values);
+    store(shapes.stripBands, stripBands.values);
+    store(shapes.faceIndex, faceIndex);
+    store(shapes.faceBands, faceBands);
 }
 
 void PiContouringFilled::fillSurf(const float* values, const float* z, SoGroup* group,
@@ -70,10 +94,13 @@ void PiContouringFilled::fillSurf(const float* values, const float* z, SoGroup* 
     preventFromThresholdWall(values);
     computeCrossings(values, z, false);
     const std::vector<char> visible = setBandColors(material);
-    binding->value = SoMaterialBinding::PER_FACE_INDEXED;
+    binding->value = SoMaterialBinding::PER_PART_INDEXED;
 
     auto* coordinates = new SoCoordinate3;
+    auto* strips = new SoIndexedTriangleStripSet;
     auto* faces = new SoIndexedFaceSet;
+    const PiGridContouring::BandShapes shapes{strips->coordIndex, strips->materialIndex,
+                                              faces->coordIndex, faces->materialIndex};
     const int numNodes = getNumNodes();
     if (const PiGridContouring* grid = getGridContouring()) {
         // The crossing points follow the nodes.
@@ -83,14 +110,16 @@ void PiContouringFilled::fillSurf(const float* values, const float* z, SoGroup* 
         grid->getNodePoints(points);
         std::copy(getPoints().begin() + 1, getPoints().end(), points + numNodes);
         coordinates->point.finishEditing();
-        grid->cutBands(getCrossingPoints(), numNodes - 1, visible.data(), faces->coordIndex,
-                       faces->materialIndex);
+        grid->cutBands(getCrossingPoints(), numNodes - 1, visible.data(), shapes);
     } else {
         coordinates->point.setValues(0, static_cast<int>(getPoints().size()), getPoints().data());
-        cutElements(values, visible, faces->coordIndex, faces->materialIndex);
+        cutElements(values, visible, shapes);
     }
-    m_numFaces = faces->materialIndex.getNum();
+    const int numStripCells =
+        (strips->coordIndex.getNum() - 3 * strips->materialIndex.getNum()) / 2;
+    m_numFaces = numStripCells + faces->materialIndex.getNum();
     group->addChild(binding);
     group->addChild(coordinates);
+    group->addChild(strips);
     group->addChild(faces);
 }

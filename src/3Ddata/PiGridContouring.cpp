@@ -1,15 +1,17 @@
 #include "3Ddata/PiGridContouring.h"
 
+#include "3Ddata/PiBandStrips.h"
+
 #include <Quillon/3Ddata/PbGrid2D.h>
 
 #include <Inventor/fields/SoMFInt32.h>
 
 #include <tbb/blocked_range.h>
-#include <tbb/enumerable_thread_specific.h>
 #include <tbb/parallel_for.h>
 #include <tbb/parallel_reduce.h>
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <cstdlib>
 
@@ -60,13 +62,6 @@ bool allFinite(const float* values, int count) {
 const auto s_noEdge = [](int, int, int, const PiContourCell::Side&, bool) {};
 const auto s_noCell = [](int, int, const PiContourCell&, unsigned) {};
 
-bool isCut(const PiContourCell& cell) {
-    for (int s = 0; s < cell.numSides; ++s)
-        if (cell.sides[s].count)
-            return true;
-    return false;
-}
-
 // Where a crossing's link through a cell is kept: the first link for the
 // cell that created its edge, else the second.
 int linkSlot(unsigned ownSides, int side) {
@@ -74,13 +69,14 @@ int linkSlot(unsigned ownSides, int side) {
 }
 } // namespace
 
-PiGridContouring::PiGridContouring(const PbGrid2D& grid, const float* values, const float* z,
-                                   const float* isovalues, int numIsovalues)
-    : m_grid(grid), m_values(values), m_z(z), m_isovalues(isovalues), m_numIsovalues(numIsovalues) {
+bool PiGridContouring::computeBands(const PbGrid2D& grid, const float* values, const float* z,
+                                    const float* isovalues, int numIsovalues) {
+    m_grid = &grid;
     grid.getDim(m_numX, m_numY);
-}
-
-bool PiGridContouring::computeBands() {
+    m_values = values;
+    m_z = z;
+    m_isovalues = isovalues;
+    m_numIsovalues = numIsovalues;
     const int numNodes = m_numX * m_numY;
     m_bands.resize(numNodes);
     return tbb::parallel_reduce(
@@ -127,6 +123,8 @@ int PiGridContouring::countCrossings() {
 // cells create them, get consecutive crossing numbers from the strip's
 // first; columnIn gives the first crossings of the edges along column i
 // (made by strip i - 1) and columnOut receives those along column i + 1.
+// onEdge meets every cut edge that the strip creates, onCell every cut
+// cell.
 template <typename OnEdge, typename OnCell>
 void PiGridContouring::walkStrip(int i, const int* columnIn, int* columnOut, OnEdge&& onEdge,
                                  OnCell&& onCell) const {
@@ -142,8 +140,15 @@ void PiGridContouring::walkStrip(int i, const int* columnIn, int* columnOut, OnE
     PiContourCell cell;
     cell.numSides = 4;
     PiContourCell::Side top;
+    const int* bands = m_bands.data();
     for (int j = 0; j + 1 < m_numY; ++j) {
         const int n0 = i * m_numY + j, n1 = n0 + m_numY, n2 = n1 + 1, n3 = n0 + 1;
+        // Most cells lie in one band: no crossing on any side.
+        if (bands[n0] == bands[n1] && bands[n0] == bands[n2] && bands[n0] == bands[n3]) {
+            columnOut[j] = 0;
+            top = PiContourCell::Side();
+            continue;
+        }
         OwnSides ownSides = 0x6;
         if (j == 0) {
             cell.sides[0] = own(n0, n1, true);
@@ -187,11 +192,13 @@ void PiGridContouring::walkStrips(OnEdge&& onEdge, OnCell&& onCell) const {
 }
 
 void PiGridContouring::getNodePoints(SbVec3f* points) const {
-    tbb::parallel_for(tbb::blocked_range<int>(0, m_numX * m_numY, s_nodeGrain),
+    tbb::parallel_for(tbb::blocked_range<int>(0, m_numX),
                       [&](const tbb::blocked_range<int>& range) {
-                          for (int n = range.begin(); n != range.end(); ++n) {
-                              points[n] = m_grid.getNodeCoord(n);
-                              points[n][2] = m_z ? m_z[n] : 0.0f;
+                          for (int i = range.begin(); i != range.end(); ++i) {
+                              for (int j = 0, n = i * m_numY; j < m_numY; ++j, ++n) {
+                                  points[n] = m_grid->getNodeCoord(i, j);
+                                  points[n][2] = m_z ? m_z[n] : 0.0f;
+                              }
                           }
                       });
 }
@@ -214,7 +221,7 @@ void PiGridContouring::emitCrossings(SbVec3f* points, PiCrossing* records,
     std::vector<std::vector<int>> stripStarts(starts ? numStrips : 0);
     m_cutCells.assign(numStrips, {});
     auto nodePoint = [this](int node) {
-        SbVec3f p = m_grid.getNodeCoord(node);
+        SbVec3f p = m_grid->getNodeCoord(node);
         p[2] = m_z ? m_z[node] : 0.0f;
         return p;
     };
@@ -233,11 +240,10 @@ void PiGridContouring::emitCrossings(SbVec3f* points, PiCrossing* records,
         }
     };
     auto onCell = [&](int i, int j, const PiContourCell& cell, OwnSides ownSides) {
-        if (isCut(cell))
-            m_cutCells[i].push_back({j,
-                                     {cell.sides[0].firstCrossing, cell.sides[1].firstCrossing,
-                                      cell.sides[2].firstCrossing, cell.sides[3].firstCrossing},
-                                     ownSides});
+        m_cutCells[i].push_back({j,
+                                 {cell.sides[0].firstCrossing, cell.sides[1].firstCrossing,
+                                  cell.sides[2].firstCrossing, cell.sides[3].firstCrossing},
+                                 ownSides});
     };
     walkStrips(onEdge, onCell);
     for (const std::vector<int>& strip : stripStarts)
@@ -289,68 +295,80 @@ int PiGridContouring::joinCrossings(const SbVec3f* points, PiCrossing* records) 
     return failures;
 }
 
-void PiGridContouring::cutBands(const SbVec3f* points, int crossingPointBase,
-                                const char* visibleBands, SoMFInt32& coordIndex,
-                                SoMFInt32& faceBands) const {
-    struct Scratch {
-        PiBandCutter cutter;
-        std::vector<int32_t> coordIndex;
-        std::vector<int32_t> faceBands;
-    };
-    tbb::enumerable_thread_specific<Scratch> scratches;
-    auto cutCell = [&](const PiContourCell& cell) -> Scratch& {
-        Scratch& scratch = scratches.local();
-        scratch.coordIndex.clear();
-        scratch.faceBands.clear();
-        scratch.cutter.cut(cell, points, crossingPointBase, false, visibleBands, scratch.coordIndex,
-                           scratch.faceBands);
-        return scratch;
-    };
-    auto visible = [&](int band) { return !visibleBands || visibleBands[band]; };
-
-    // First the sizes of each strip's faces, then the faces themselves at
-    // their places.
-    const int numStrips = static_cast<int>(m_stripFirst.size()) - 1;
-    std::vector<int> stripIndex(numStrips + 1, 0), stripFace(numStrips + 1, 0);
-    walkStrips(s_noEdge, [&](int i, int, const PiContourCell& cell, OwnSides) {
-        if (!isCut(cell)) {
-            if (visible(cell.bands[0])) {
-                stripIndex[i + 1] += 5;
-                ++stripFace[i + 1];
-            }
-            return;
+template <typename Out>
+void PiGridContouring::stripWholeCells(int i, const char* visibleBands, Out& coordIndex,
+                                       Out& bands) const {
+    PiBandStrips<Out> strips(coordIndex, bands);
+    auto cut = m_cutCells[i].begin();
+    for (int j = 0; j + 1 < m_numY; ++j) {
+        const int n0 = i * m_numY + j;
+        const int band = m_bands[n0];
+        if (cut != m_cutCells[i].end() && cut->j == j) {
+            ++cut;
+            strips.end();
+        } else if (visibleBands && !visibleBands[band]) {
+            strips.end();
+        } else {
+            const int nodes[4] = {n0, n0 + m_numY, n0 + m_numY + 1, n0 + 1};
+            strips.addCell(i, j, nodes, band);
         }
-        const Scratch& scratch = cutCell(cell);
-        stripIndex[i + 1] += static_cast<int>(scratch.coordIndex.size());
-        stripFace[i + 1] += static_cast<int>(scratch.faceBands.size());
-    });
-    for (int i = 0; i < numStrips; ++i) {
-        stripIndex[i + 1] += stripIndex[i];
-        stripFace[i + 1] += stripFace[i];
     }
+}
 
-    coordIndex.setNum(stripIndex[numStrips]);
-    faceBands.setNum(stripFace[numStrips]);
-    int32_t* indexOut = coordIndex.startEditing();
-    int32_t* bandOut = faceBands.startEditing();
-    walkStrips(s_noEdge, [&](int i, int, const PiContourCell& cell, OwnSides) {
-        int& nextIndex = stripIndex[i];
-        int& nextFace = stripFace[i];
-        if (!isCut(cell)) {
-            if (visible(cell.bands[0])) {
-                std::copy(cell.nodes, cell.nodes + 4, indexOut + nextIndex);
-                indexOut[nextIndex + 4] = -1;
-                nextIndex += 5;
-                bandOut[nextFace++] = cell.bands[0];
+// Cut cells are cut once, into the faces of their strip, and the strips of
+// whole cells counted; then every strip writes its strips and copies its
+// faces at their places.
+void PiGridContouring::cutBands(const SbVec3f* points, int crossingPointBase,
+                                const char* visibleBands, const BandShapes& shapes) const {
+    struct Strip {
+        PiVectorOut faceIndex;
+        PiVectorOut faceBands;
+        PiCountOut stripIndex;
+        PiCountOut stripBands;
+    };
+    const int numStrips = static_cast<int>(m_cutCells.size());
+    std::vector<Strip> strips(numStrips);
+    tbb::parallel_for(tbb::blocked_range<int>(0, numStrips), [&](const tbb::blocked_range<int>& r) {
+        PiBandCutter cutter;
+        PiContourCell cell;
+        for (int i = r.begin(); i != r.end(); ++i) {
+            Strip& strip = strips[i];
+            for (const CutCell& cut : m_cutCells[i]) {
+                describeCell(i, cut.j, cut.firstCrossings, cell);
+                cutter.cut(cell, points, crossingPointBase, false, visibleBands,
+                           strip.faceIndex.values, strip.faceBands.values);
             }
-            return;
+            stripWholeCells(i, visibleBands, strip.stripIndex, strip.stripBands);
         }
-        const Scratch& scratch = cutCell(cell);
-        std::copy(scratch.coordIndex.begin(), scratch.coordIndex.end(), indexOut + nextIndex);
-        std::copy(scratch.faceBands.begin(), scratch.faceBands.end(), bandOut + nextFace);
-        nextIndex += static_cast<int>(scratch.coordIndex.size());
-        nextFace += static_cast<int>(scratch.faceBands.size());
     });
-    coordIndex.finishEditing();
-    faceBands.finishEditing();
+    // Where each strip's output starts in the four lists.
+    std::vector<std::array<int, 4>> starts(numStrips + 1, {0, 0, 0, 0});
+    for (int i = 0; i < numStrips; ++i) {
+        const Strip& strip = strips[i];
+        const int sizes[4] = {strip.stripIndex.count, strip.stripBands.count,
+                              static_cast<int>(strip.faceIndex.values.size()),
+                              static_cast<int>(strip.faceBands.values.size())};
+        for (int k = 0; k < 4; ++k)
+            starts[i + 1][k] = starts[i][k] + sizes[k];
+    }
+    SoMFInt32* lists[4] = {&shapes.stripIndex, &shapes.stripBands, &shapes.faceIndex,
+                           &shapes.faceBands};
+    int32_t* out[4];
+    for (int k = 0; k < 4; ++k) {
+        lists[k]->setNum(starts[numStrips][k]);
+        out[k] = lists[k]->startEditing();
+    }
+    tbb::parallel_for(tbb::blocked_range<int>(0, numStrips), [&](const tbb::blocked_range<int>& r) {
+        for (int i = r.begin(); i != r.end(); ++i) {
+            PiPointerOut stripIndex{out[0] + starts[i][0]}, stripBands{out[1] + starts[i][1]};
+            stripWholeCells(i, visibleBands, stripIndex, stripBands);
+            const Strip& strip = strips[i];
+            std::copy(strip.faceIndex.values.begin(), strip.faceIndex.values.end(),
+                      out[2] + starts[i][2]);
+            std::copy(strip.faceBands.values.begin(), strip.faceBands.values.end(),
+                      out[3] + starts[i][3]);
+        }
+    });
+    for (SoMFInt32* list : lists)
+        list->finishEditing();
 }

@@ -20,14 +20,13 @@ class SoMFInt32;
 // be numbered from counts alone.
 class PiGridContouring {
 public:
-    // values: one per node; z: one per node or null (then z is 0);
-    // isovalues ascending.
-    PiGridContouring(const PbGrid2D& grid, const float* values, const float* z,
-                     const float* isovalues, int numIsovalues);
-
-    // Sorts every node into its band; false, with nothing else usable, when
-    // a value is not finite (the general path skips such cells).
-    bool computeBands();
+    // Sorts every node of the grid into its band; false, with nothing else
+    // usable, when a value is not finite (the general path skips such
+    // cells).  values: one per node; z: one per node or null (then z is
+    // 0); isovalues ascending.  The object keeps its arrays from one grid
+    // to the next.
+    bool computeBands(const PbGrid2D& grid, const float* values, const float* z,
+                      const float* isovalues, int numIsovalues);
     // Numbers the crossings strip by strip; returns their count.
     int countCrossings();
 
@@ -41,12 +40,21 @@ public:
     // Links the crossings of every cut cell as the joining rule does;
     // returns the number of crossings for which no continuation was found.
     int joinCrossings(const SbVec3f* points, PiCrossing* records) const;
-    // Cuts every cell into band faces (see PiBandCutter) and writes them,
-    // cell after cell, into coordIndex with the band of each face in
-    // faceBands.  The point of crossing c is points[c] and its index
-    // crossingPointBase + c.
+    // The colour bands, after emitCrossings: the whole cells (of one band)
+    // as triangle strips (see PiBandStrips) into stripIndex with the band of
+    // each strip in stripBands, the cut cells cut into faces (see
+    // PiBandCutter) into faceIndex with their bands in faceBands, both cell
+    // after cell.  The point of crossing c is points[c] and its index
+    // crossingPointBase + c.  Bands whose entry in visibleBands is 0 are
+    // left out.
+    struct BandShapes {
+        SoMFInt32& stripIndex;
+        SoMFInt32& stripBands;
+        SoMFInt32& faceIndex;
+        SoMFInt32& faceBands;
+    };
     void cutBands(const SbVec3f* points, int crossingPointBase, const char* visibleBands,
-                  SoMFInt32& coordIndex, SoMFInt32& faceBands) const;
+                  const BandShapes& shapes) const;
 
 private:
     // Side numbers of the cell that were created by it (bit s for side s).
@@ -62,6 +70,9 @@ private:
                    OnCell&& onCell) const;
     template <typename OnEdge, typename OnCell>
     void walkStrips(OnEdge&& onEdge, OnCell&& onCell) const;
+    // The whole cells of strip i, as strips.
+    template <typename Out>
+    void stripWholeCells(int i, const char* visibleBands, Out& coordIndex, Out& bands) const;
     // Cell (i, j) with the given first crossings on its sides.
     void describeCell(int i, int j, const int firstCrossings[4], PiContourCell& cell) const;
     // The crossings of the edge from node a to node b, numbered from
@@ -77,13 +88,13 @@ private:
         return m_bands[a] > m_bands[b] ? m_bands[a] - m_bands[b] : m_bands[b] - m_bands[a];
     }
 
-    const PbGrid2D& m_grid;
-    int m_numX;
-    int m_numY;
-    const float* m_values;
-    const float* m_z;
-    const float* m_isovalues;
-    int m_numIsovalues;
+    const PbGrid2D* m_grid = nullptr;
+    int m_numX = 0;
+    int m_numY = 0;
+    const float* m_values = nullptr;
+    const float* m_z = nullptr;
+    const float* m_isovalues = nullptr;
+    int m_numIsovalues = 0;
     std::vector<int> m_bands;
     // The first crossing of each strip of cells.
     std::vector<int> m_stripFirst;

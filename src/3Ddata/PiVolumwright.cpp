@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <cstring>
 #include <numeric>
 
 namespace {
@@ -15,15 +17,78 @@ struct ValueArrays {
     const float* values[3];
     int counts[3];
 
-    template <typename F> void forEach(F&& function) const {
-        for (int a = 0; a < 3; ++a)
-            if (values[a])
-                for (int i = 0; i < counts[a]; ++i)
-                    function(values[a][i]);
+    // Combines the results of block over the values, block by block and
+    // spread over threads: the arrays may be large.
+    template <typename T, typename Block, typename Combine>
+    T reduce(T identity, Block&& block, Combine&& combine) const {
+        T result = identity;
+        for (int a = 0; a < 3; ++a) {
+            if (!values[a] || counts[a] <= 0)
+                continue;
+            const float* array = values[a];
+            result = combine(result, tbb::parallel_reduce(
+                                         tbb::blocked_range<int>(0, counts[a], 1 << 14), identity,
+                                         [&](const tbb::blocked_range<int>& range, T partial) {
+                                             return combine(partial,
+                                                            block(array + range.begin(),
+                                                                  static_cast<int>(range.size())));
+                                         },
+                                         combine));
+        }
+        return result;
     }
 };
 
+// How many values equal an isovalue, and how many lie above it.
+struct Around {
+    int equal = 0;
+    int greater = 0;
+};
+
+Around countAround(const ValueArrays& arrays, float iso) {
+    return arrays.reduce(
+        Around(),
+        [iso](const float* values, int count) {
+            Around around;
+            for (int i = 0; i < count; ++i) {
+                around.equal += values[i] == iso;
+                around.greater += values[i] > iso;
+            }
+            return around;
+        },
+        [](Around a, Around b) {
+            return Around{a.equal + b.equal, a.greater + b.greater};
+        });
+}
+
 const float s_noDistance = 1e30f;
+
+// The smallest distance from iso to a value that exceeds step.  Distances
+// are not negative, so their bit patterns order as they do: the search
+// runs on integers, which vectorises.
+float nearestBeyond(const ValueArrays& arrays, float iso, float step) {
+    auto bitsOf = [](float value) {
+        uint32_t bits;
+        std::memcpy(&bits, &value, sizeof(bits));
+        return bits;
+    };
+    const uint32_t stepBits = bitsOf(step), none = bitsOf(s_noDistance);
+    const uint32_t nearest = arrays.reduce(
+        none,
+        [&](const float* values, int count) {
+            uint32_t found = none;
+            for (int i = 0; i < count; ++i) {
+                const uint32_t distance = bitsOf(std::fabs(values[i] - iso));
+                const uint32_t candidate = distance > stepBits ? distance : none;
+                found = candidate < found ? candidate : found;
+            }
+            return found;
+        },
+        [](uint32_t a, uint32_t b) { return std::min(a, b); });
+    float distance;
+    std::memcpy(&distance, &nearest, sizeof(distance));
+    return distance;
+}
 
 // Up to this many isovalues, each value is compared with every isovalue
 // (vectorised over the values); beyond, the isovalues are searched.
@@ -59,26 +124,18 @@ void markEqual(const float* values, int count, const std::vector<float>& isovalu
 // over the values, spread over threads: the arrays may be large and most
 // isovalues are hit by none.
 std::vector<char> isovaluesHit(const ValueArrays& arrays, const std::vector<float>& isovalues) {
-    std::vector<char> hit(isovalues.size(), 0);
-    auto merge = [](std::vector<char> a, const std::vector<char>& b) {
-        for (size_t k = 0; k < a.size(); ++k)
-            a[k] |= b[k];
-        return a;
-    };
-    for (int a = 0; a < 3; ++a) {
-        if (!arrays.values[a] || arrays.counts[a] <= 0)
-            continue;
-        const float* values = arrays.values[a];
-        hit = merge(hit, tbb::parallel_reduce(
-                             tbb::blocked_range<int>(0, arrays.counts[a], 1 << 14), hit,
-                             [&](const tbb::blocked_range<int>& range, std::vector<char> found) {
-                                 markEqual(values + range.begin(), static_cast<int>(range.size()),
-                                           isovalues, found);
-                                 return found;
-                             },
-                             merge));
-    }
-    return hit;
+    return arrays.reduce(
+        std::vector<char>(isovalues.size(), 0),
+        [&](const float* values, int count) {
+            std::vector<char> hit(isovalues.size(), 0);
+            markEqual(values, count, isovalues, hit);
+            return hit;
+        },
+        [](std::vector<char> a, const std::vector<char>& b) {
+            for (size_t k = 0; k < a.size(); ++k)
+                a[k] |= b[k];
+            return a;
+        });
 }
 } // namespace
 
@@ -90,27 +147,17 @@ void PiVolumwright::adjustIsovalMultiple(int n1, const float* values1, int n2, c
                                          int n3, const float* values3, float& iso) {
     const ValueArrays arrays{{values1, values2, values3}, {n1, n2, n3}};
     m_isovalAdjusted = false;
-    int numEqual = 0;
-    bool anyGreater = false;
-    arrays.forEach([&](float value) {
-        numEqual += value == iso;
-        anyGreater = anyGreater || value > iso;
-    });
-    if (numEqual == 0 || numEqual == n1)
+    const Around around = countAround(arrays, iso);
+    if (around.equal == 0 || around.equal == n1)
         return;
     m_isovalAdjusted = true;
-    const double direction = anyGreater ? 1.0 : -1.0;
+    const double direction = around.greater > 0 ? 1.0 : -1.0;
 
     float step = 0.0f;
     for (;;) {
         iso = iso + step;
         const float start = iso;
-        float nearest = s_noDistance;
-        arrays.forEach([&](float value) {
-            const float distance = std::fabs(value - iso);
-            if (distance > step && distance < nearest)
-                nearest = distance;
-        });
+        const float nearest = nearestBeyond(arrays, iso, step);
         double fraction = 0.01;
         iso = iso + static_cast<float>(nearest * fraction * direction);
         while (iso == start && fraction < 0.1) {

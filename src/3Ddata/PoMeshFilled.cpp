@@ -154,12 +154,14 @@ void PoMeshFilled::rebuild(void) {
     auto* group = new SoSeparator;
     setGroup(group);
     clearTekNodes();
-    addOverallNormal(*mesh);
-    insertDefaultShapeHints();
+    // Values per cell colour nothing here; known before the shape hints,
+    // which depend on the shape.
     const int setIndex = valuesIndex.getValue();
     if (setIndex >= 0 && getEffectiveColoring() != COLOR_INHERITED &&
         mesh->getValuesBinding(setIndex) == PbMesh::PER_CELL)
         setEffectiveColoring(COLOR_INHERITED);
+    addOverallNormal(*mesh);
+    insertDefaultShapeHints();
     mesh->meshFilled(this);
     setPart("appearance.texture2", m_texture);
     setPart("appearance.material", getMaterial());
@@ -180,11 +182,22 @@ void PoMeshFilled::addOverallNormal(const PbMesh2D& mesh) {
 }
 
 // Counter-clockwise when the overall normal points up, else clockwise.
+// Without an overall normal a quad mesh takes the winding of the grid's
+// first cell: the toolkit lights a quad mesh only on the side that the
+// ordering makes its front, where the other shapes are lit on both sides.
 void PoMeshFilled::insertDefaultShapeHints(void) {
     auto* hints = new SoShapeHints;
-    const bool up =
-        m_overallNormal && m_overallNormal->vector[0].dot(SbVec3f(0.0f, 0.0f, 1.0f)) > 0.0f;
-    hints->vertexOrdering = up ? SoShapeHints::COUNTERCLOCKWISE : SoShapeHints::CLOCKWISE;
+    const SbVec3f up(0.0f, 0.0f, 1.0f);
+    const PbMesh2D* mesh = getCurrentMesh2D();
+    const bool quadMesh =
+        dynamic_cast<const PbGrid2D*>(mesh) && getEffectiveColoring() != COLOR_CONTOURING;
+    bool counterClockwise = false;
+    if (m_overallNormal)
+        counterClockwise = m_overallNormal->vector[0].dot(up) > 0.0f;
+    else if (quadMesh)
+        counterClockwise = mesh->getFirstCellNormal().dot(up) > 0.0f;
+    hints->vertexOrdering =
+        counterClockwise ? SoShapeHints::COUNTERCLOCKWISE : SoShapeHints::CLOCKWISE;
     hints->creaseAngle = creaseAngle.getValue();
     getGroup()->addChild(hints);
 }
@@ -202,6 +215,7 @@ void PoMeshFilled::readNodeValues(const PbMesh2D& mesh) {
     const int zIndex = zValuesIndex.getValue();
     const bool zFromSet =
         zIndex >= 0 && mesh.getValuesSet(zIndex) && isValuesSetComplete(mesh, zIndex);
+    m_zSetIndex = zFromSet ? zIndex : -1;
     m_z = zFromSet ? mesh.getValuesSet(zIndex) : mesh.getZcoord();
 }
 
@@ -223,10 +237,7 @@ void PoMeshFilled::addMaterialBinding(int binding) {
 // ----------------------------------------------------------- colourings
 
 template <typename Mesh> void PoMeshFilled::filledInherited(const Mesh& mesh) {
-    auto* coordinates = new SoCoordinate3;
-    mesh.getNodesCoord(m_z, coordinates->point);
-    setTekCoordinates(coordinates);
-    getGroup()->addChild(coordinates);
+    getGroup()->addChild(makeSoCoordinate3(m_zSetIndex));
     getGroup()->addChild(makeShape(mesh));
 }
 

@@ -600,29 +600,39 @@ std::vector<Polygon> indexedPolygons(const SoIndexedShape* shape) {
     return splitRuns(shape->coordIndex.getValues(0), shape->coordIndex.getNum());
 }
 
-// A face set whose faces name their materials (per-face indexed binding
-// with a material index) takes each face's transparency there.
+// Whether a shape's material index names the material of each of its
+// parts (its default, a single -1, names none).
+bool namesMaterials(const SoMFInt32& materialIndex, size_t numParts) {
+    return materialIndex.getNum() >= static_cast<int>(numParts) &&
+           !(materialIndex.getNum() == 1 && materialIndex[0] < 0);
+}
+
+// A face set whose faces name their materials (per-face or per-part
+// indexed binding with a material index) takes each face's transparency
+// there.
 std::vector<Polygon> indexedFaces(const SoIndexedShape* shape, int binding) {
     std::vector<Polygon> faces = indexedPolygons(shape);
-    const SoMFInt32& materialIndex = shape->materialIndex;
-    const bool named = (binding == SoMaterialBinding::PER_FACE_INDEXED ||
-                        binding == SoMaterialBinding::PER_PART_INDEXED) &&
-                       materialIndex.getNum() >= static_cast<int>(faces.size()) &&
-                       !(materialIndex.getNum() == 1 && materialIndex[0] < 0);
-    if (named)
+    const bool indexed = binding == SoMaterialBinding::PER_FACE_INDEXED ||
+                         binding == SoMaterialBinding::PER_PART_INDEXED;
+    if (indexed && namesMaterials(shape->materialIndex, faces.size()))
         for (size_t f = 0; f < faces.size(); ++f)
-            faces[f].materialIndex = materialIndex[static_cast<int>(f)];
+            faces[f].materialIndex = shape->materialIndex[static_cast<int>(f)];
     return faces;
 }
 
 std::vector<Polygon> stripTriangles(const SoIndexedTriangleStripSet* strips, int binding) {
     std::vector<Polygon> triangles;
     const std::vector<Polygon> runs = indexedPolygons(strips);
+    // Strips bound per part, indexed, may name their materials.
+    const bool named = binding == SoMaterialBinding::PER_PART_INDEXED &&
+                       namesMaterials(strips->materialIndex, runs.size());
     for (size_t strip = 0; strip < runs.size(); ++strip) {
         const std::vector<int32_t>& v = runs[strip].vertices;
+        const int stripPart =
+            named ? strips->materialIndex[static_cast<int>(strip)] : static_cast<int>(strip);
         for (size_t i = 2; i < v.size(); ++i) {
             const bool even = i % 2 == 0;
-            const int part = static_cast<int>(isPerPart(binding) ? strip : triangles.size());
+            const int part = isPerPart(binding) ? stripPart : static_cast<int>(triangles.size());
             triangles.push_back({even ? std::vector<int32_t>{v[i - 2], v[i - 1], v[i]}
                                       : std::vector<int32_t>{v[i - 1], v[i - 2], v[i]},
                                  part});

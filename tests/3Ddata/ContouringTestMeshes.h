@@ -84,6 +84,27 @@ inline void jitteredNodes(int n, std::vector<float>& x, std::vector<float>& y) {
     }
 }
 
+// One quadrangle with the corners (0, 0), (1, 0), (1, 1), (0, 1).
+inline std::shared_ptr<PbQuadrangleMesh2D> unitQuadrangle() {
+    const float x[] = {0, 1, 1, 0}, y[] = {0, 0, 1, 1};
+    const int cell[] = {0, 1, 2, 3};
+    auto quad = std::make_shared<PbQuadrangleMesh2D>();
+    quad->setGeometry(4, x, y, 1, cell);
+    return quad;
+}
+
+// The squares [0, 1] x [0, 1] and [1, 2] x [0, 1], the second given
+// clockwise, with the element orientation on.
+inline std::shared_ptr<PbIndexedMesh2D> twoSquaresOneReversed() {
+    const float x[] = {0, 1, 1, 0, 2, 2}, y[] = {0, 0, 1, 1, 0, 1};
+    const int types[] = {4, 4};
+    const int cells[] = {0, 1, 2, 3, 1, 2, 5, 4};
+    auto mesh = std::make_shared<PbIndexedMesh2D>();
+    mesh->setGeometry(6, x, y, 2, types, cells);
+    mesh->setElemOrientation(1);
+    return mesh;
+}
+
 // Two triangles per grid square, the diagonal alternating.
 inline std::shared_ptr<PbTriangleMesh2D> triangleMesh(int n) {
     std::vector<float> x, y;

@@ -9,35 +9,66 @@
 
 #include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoIndexedFaceSet.h>
+#include <Inventor/nodes/SoIndexedTriangleStripSet.h>
 #include <Inventor/nodes/SoMaterial.h>
 #include <Inventor/nodes/SoMaterialBinding.h>
 #include <Inventor/nodes/SoSeparator.h>
 
 #include <cmath>
+#include <limits>
 
 namespace {
 
 using namespace contourtest;
 
+std::vector<int> valuesOf(const SoMFInt32& field) {
+    return std::vector<int>(field.getValues(0), field.getValues(0) + field.getNum());
+}
+
 // What fillSurf built.
 struct Bands {
     std::vector<SbVec3f> points;
+    std::vector<int> stripIndex;
+    std::vector<int> stripBands;
     std::vector<int> coordIndex;
     std::vector<int> faceBands;
     std::vector<SbColor> colors;
     std::vector<float> transparencies;
     int binding = -1;
 
-    // The faces as point lists.
-    std::vector<std::vector<SbVec3f>> faces() const {
-        std::vector<std::vector<SbVec3f>> result(1);
-        for (int index : coordIndex) {
-            if (index < 0)
-                result.emplace_back();
-            else
-                result.back().push_back(points[index]);
+    // Every face as its point indices (the strips' triangles first), with
+    // its band.
+    std::vector<std::pair<std::vector<int>, int>> faces() const {
+        std::vector<std::pair<std::vector<int>, int>> result;
+        std::vector<int> run;
+        int strip = 0;
+        for (int index : stripIndex) {
+            if (index >= 0) {
+                run.push_back(index);
+                continue;
+            }
+            for (size_t k = 2; k < run.size(); ++k)
+                result.push_back({k % 2 ? std::vector<int>{run[k - 1], run[k - 2], run[k]}
+                                        : std::vector<int>{run[k - 2], run[k - 1], run[k]},
+                                  stripBands[strip]});
+            run.clear();
+            ++strip;
         }
-        result.pop_back();
+        int face = 0;
+        for (int index : coordIndex) {
+            if (index >= 0) {
+                run.push_back(index);
+                continue;
+            }
+            result.push_back({run, faceBands[face++]});
+            run.clear();
+        }
+        return result;
+    }
+    std::vector<SbVec3f> polygon(const std::vector<int>& indices) const {
+        std::vector<SbVec3f> result;
+        for (int index : indices)
+            result.push_back(points[index]);
         return result;
     }
 };
@@ -90,13 +121,13 @@ protected:
             if (auto* coords = dynamic_cast<SoCoordinate3*>(child))
                 bands.points.assign(coords->point.getValues(0),
                                     coords->point.getValues(0) + coords->point.getNum());
+            if (auto* strips = dynamic_cast<SoIndexedTriangleStripSet*>(child)) {
+                bands.stripIndex = valuesOf(strips->coordIndex);
+                bands.stripBands = valuesOf(strips->materialIndex);
+            }
             if (auto* faces = dynamic_cast<SoIndexedFaceSet*>(child)) {
-                bands.coordIndex.assign(faces->coordIndex.getValues(0),
-                                        faces->coordIndex.getValues(0) +
-                                            faces->coordIndex.getNum());
-                bands.faceBands.assign(faces->materialIndex.getValues(0),
-                                       faces->materialIndex.getValues(0) +
-                                           faces->materialIndex.getNum());
+                bands.coordIndex = valuesOf(faces->coordIndex);
+                bands.faceBands = valuesOf(faces->materialIndex);
             }
             if (auto* binding = dynamic_cast<SoMaterialBinding*>(child))
                 bands.binding = binding->value.getValue();
@@ -123,29 +154,24 @@ TEST_F(PiContouringFilledTest, BandFacesCoverTheMeshOnEveryMeshKind) {
         for (const std::vector<float>& values :
              {randomValues(numNodes, 5), sampled(*m.mesh, waves)}) {
             const Bands bands = fill(*m.mesh, values, isovalues);
-            const auto faces = bands.faces();
-            ASSERT_EQ(bands.faceBands.size(), faces.size()) << m.name;
             double area = 0;
-            for (const auto& face : faces)
-                area += std::fabs(signedArea(face));
-            EXPECT_NEAR(area, meshArea(*m.mesh), 1e-4) << m.name;
-            // Each face is a proper polygon, and its nodes are of its band.
-            size_t first = 0;
-            for (size_t f = 0; f < faces.size(); ++f) {
-                const size_t size = faces[f].size();
-                ASSERT_GE(size, 3u) << m.name;
-                const int band = bands.faceBands[f];
-                for (size_t k = 0; k < size; ++k) {
-                    const int index = bands.coordIndex[first + k];
-                    EXPECT_NE(index, bands.coordIndex[first + (k + 1) % size]) << m.name;
-                    if (index < numNodes) {
-                        EXPECT_TRUE(band == 0 || values[index] > isovalues[band - 1]) << m.name;
-                        EXPECT_TRUE(band == 5 || values[index] <= isovalues[band]) << m.name;
+            for (const auto& face : bands.faces()) {
+                const std::vector<int>& indices = face.first;
+                const int band = face.second;
+                area += std::fabs(signedArea(bands.polygon(indices)));
+                // Each face is a proper polygon, and its nodes are of its band.
+                ASSERT_GE(indices.size(), 3u) << m.name;
+                for (size_t k = 0; k < indices.size(); ++k) {
+                    EXPECT_NE(indices[k], indices[(k + 1) % indices.size()]) << m.name;
+                    if (indices[k] < numNodes) {
+                        EXPECT_TRUE(band == 0 || values[indices[k]] > isovalues[band - 1])
+                            << m.name;
+                        EXPECT_TRUE(band == 5 || values[indices[k]] <= isovalues[band]) << m.name;
                     }
                 }
-                first += size + 1;
             }
-            EXPECT_EQ(bands.binding, int(SoMaterialBinding::PER_FACE_INDEXED)) << m.name;
+            EXPECT_NEAR(area, meshArea(*m.mesh), 1e-4) << m.name;
+            EXPECT_EQ(bands.binding, int(SoMaterialBinding::PER_PART_INDEXED)) << m.name;
         }
     }
 }
@@ -160,8 +186,8 @@ TEST_F(PiContouringFilledTest, EveryFaceLiesInItsBand) {
     const auto faces = bands.faces();
     for (size_t f = 0; f < faces.size(); ++f) {
         SbVec3f centre(0, 0, 0);
-        for (const SbVec3f& p : faces[f])
-            centre += p / float(faces[f].size());
+        for (const SbVec3f& p : bands.polygon(faces[f].first))
+            centre += p / float(faces[f].first.size());
         SbVec3f pcoord;
         const PbCell* cell = mesh->findContainingCell(centre, 1e-4f, pcoord);
         ASSERT_NE(cell, nullptr);
@@ -170,7 +196,7 @@ TEST_F(PiContouringFilledTest, EveryFaceLiesInItsBand) {
         float value = 0;
         for (int k = 0; k < 3; ++k)
             value += weights[k] * values[cell->getNodeIndex(k)];
-        const int band = bands.faceBands[f];
+        const int band = faces[f].second;
         const float below = band > 0 ? isovalues[band - 1] : -1e30f;
         const float above = band < int(isovalues.size()) ? isovalues[band] : 1e30f;
         EXPECT_GE(value, below - 1e-4f) << "face " << f;
@@ -187,8 +213,11 @@ TEST_F(PiContouringFilledTest, FastGridPathGivesTheGeneralPathsFaces) {
             const Bands fast = fill(*grid, values, {2, 3, 5, 7.5f}, true);
             EXPECT_TRUE(m_contouring->usedFastGridPath());
             EXPECT_EQ(fast.points, general.points);
+            EXPECT_EQ(fast.stripIndex, general.stripIndex);
+            EXPECT_EQ(fast.stripBands, general.stripBands);
             EXPECT_EQ(fast.coordIndex, general.coordIndex);
             EXPECT_EQ(fast.faceBands, general.faceBands);
+            EXPECT_GT(fast.stripBands.size(), 0u);
         }
     }
 }
@@ -209,22 +238,22 @@ TEST_F(PiContouringFilledTest, BandsTakeTheirColourAndBandsWithoutColourAreLeftO
         EXPECT_EQ(bands.colors[b], expected.color) << "band " << b;
     }
     EXPECT_TRUE(bands.transparencies.empty());
-    EXPECT_EQ(std::count(bands.faceBands.begin(), bands.faceBands.end(), 0), 0);
-    EXPECT_GT(std::count(bands.faceBands.begin(), bands.faceBands.end(), 1), 0);
+    std::vector<int> faceBands;
+    for (const auto& face : bands.faces())
+        faceBands.push_back(face.second);
+    EXPECT_EQ(std::count(faceBands.begin(), faceBands.end(), 0), 0);
+    EXPECT_GT(std::count(faceBands.begin(), faceBands.end(), 1), 0);
 }
 
 TEST_F(PiContouringFilledTest, ThresholdWallsLeaveTheDeletedCornerUncovered) {
-    const float x[] = {0, 1, 1, 0}, y[] = {0, 0, 1, 1};
-    const int cell[] = {0, 1, 2, 3};
-    PbQuadrangleMesh2D quad;
-    quad.setGeometry(4, x, y, 1, cell);
+    auto quad = unitQuadrangle();
     m_mapping.enableTransparency(1);
     m_mapping.setMinThreshold(0.0f, SbColor(0, 0, 0), 1.0f);
     m_mapping.enableThresholds(1, 0);
-    const Bands bands = fill(quad, {1, 2, 3, -5}, {2.5f});
+    const Bands bands = fill(*quad, {1, 2, 3, -5}, {2.5f});
     double area = 0;
     for (const auto& face : bands.faces())
-        area += std::fabs(signedArea(face));
+        area += std::fabs(signedArea(bands.polygon(face.first)));
     EXPECT_NEAR(area, 0.5, 1e-6);
     EXPECT_EQ(std::count(bands.coordIndex.begin(), bands.coordIndex.end(), 3), 0);
     EXPECT_EQ(bands.transparencies.size(), bands.colors.size());
@@ -233,17 +262,28 @@ TEST_F(PiContouringFilledTest, ThresholdWallsLeaveTheDeletedCornerUncovered) {
 TEST_F(PiContouringFilledTest, ReversedCellsGiveReversedFaces) {
     // Two squares, the second given clockwise; with element orientation on
     // both come out counter-clockwise.
-    const float x[] = {0, 1, 1, 0, 2, 2}, y[] = {0, 0, 1, 1, 0, 1};
-    const int types[] = {4, 4};
-    const int cells[] = {0, 1, 2, 3, 1, 2, 5, 4};
-    PbIndexedMesh2D mesh;
-    mesh.setGeometry(6, x, y, 2, types, cells);
-    mesh.setElemOrientation(1);
-    const Bands bands = fill(mesh, {0, 5, 5, 0, 10, 10}, {2.5f, 7.5f});
+    const Bands bands = fill(*twoSquaresOneReversed(), {0, 5, 5, 0, 10, 10}, {2.5f, 7.5f});
     const auto faces = bands.faces();
     ASSERT_EQ(faces.size(), 4u);
     for (const auto& face : faces)
-        EXPECT_GT(signedArea(face), 0.0);
+        EXPECT_GT(signedArea(bands.polygon(face.first)), 0.0);
+}
+
+TEST(PiBandCutterTest, PolygonsOfTheirOwnAreCutByTheSameRule) {
+    // A triangle in space with values 0, 2, 2 and the isovalue 1: a corner
+    // triangle below it, the rest above.
+    const SbVec3f corners[] = {SbVec3f(0, 0, 0), SbVec3f(2, 0, 2), SbVec3f(0, 2, 2)};
+    const float values[] = {0, 2, 2}, isovalues[] = {1};
+    std::vector<SbVec3f> points(1, SbVec3f(9, 9, 9));
+    std::vector<int32_t> coordIndex, bands;
+    PiBandCutter cutter;
+    ASSERT_EQ(cutter.cutPolygon(corners, values, 3, isovalues, 1, points, coordIndex, bands), 2);
+    EXPECT_EQ(bands, (std::vector<int32_t>{0, 1}));
+    EXPECT_EQ(coordIndex, (std::vector<int32_t>{1, 4, 5, -1, 4, 2, 3, 5, -1}));
+    EXPECT_EQ(points[4], SbVec3f(1, 0, 1));
+    EXPECT_EQ(points[5], SbVec3f(0, 1, 1));
+    const float notFinite[] = {0, std::numeric_limits<float>::quiet_NaN(), 2};
+    EXPECT_EQ(cutter.cutPolygon(corners, notFinite, 3, isovalues, 1, points, coordIndex, bands), 0);
 }
 
 TEST(PiBandColorsTest, BandsTakeTheColourOfTheirMiddleValue) {

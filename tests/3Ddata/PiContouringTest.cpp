@@ -134,11 +134,7 @@ protected:
 std::vector<NamedMesh> unitSquares() {
     auto grid = std::make_shared<PbRegularCartesianGrid2D>();
     grid->setGeometry(2, 2, 0.0f, 0.0f, 1.0f, 1.0f);
-    auto quad = std::make_shared<PbQuadrangleMesh2D>();
-    const float x[] = {0, 1, 1, 0}, y[] = {0, 0, 1, 1};
-    const int cell[] = {0, 1, 2, 3};
-    quad->setGeometry(4, x, y, 1, cell);
-    return {{"grid cell", grid}, {"quadrangle", quad}};
+    return {{"grid cell", grid}, {"quadrangle", unitQuadrangle()}};
 }
 
 // Corner values in the squares' node numbering.
@@ -240,10 +236,7 @@ TEST_F(PiContouringTest, EqualValuesAreNeverCut) {
 
 TEST_F(PiContouringTest, ThresholdWallsTrimOrRemoveTheCellsLeavingTheVisibleRange) {
     // Node 3 lies below the minimum threshold 0.
-    const float x[] = {0, 1, 1, 0}, y[] = {0, 0, 1, 1};
-    const int cell[] = {0, 1, 2, 3};
-    PbQuadrangleMesh2D quad;
-    quad.setGeometry(4, x, y, 1, cell);
+    auto quad = unitQuadrangle();
     struct Case {
         const char* name;
         float thresholdTransparency;
@@ -267,7 +260,7 @@ TEST_F(PiContouringTest, ThresholdWallsTrimOrRemoveTheCellsLeavingTheVisibleRang
         mapping.setMinThreshold(0.0f, SbColor(0, 0, 0), c.thresholdTransparency);
         m_mapping = &mapping;
         m_withWalls = true;
-        const PiIsolines& lines = contour(quad, c.values, {2.5f});
+        const PiIsolines& lines = contour(*quad, c.values, {2.5f});
         std::vector<SbVec2f> points;
         for (const SbVec3f& p : lines.getPoints())
             points.push_back(xy(p));

@@ -6,11 +6,15 @@
 #include "3Ddata/PiBandColors.h"
 #include "support/HeadlessRender.h"
 #include "support/LibraryTest.h"
+#include "support/SceneIO.h"
 
 #include <Inventor/nodes/SoLightModel.h>
 #include <Inventor/nodes/SoOrthographicCamera.h>
 
 #include <cmath>
+#include <fstream>
+#include <iterator>
+#include <string>
 
 namespace {
 
@@ -82,6 +86,19 @@ TEST_F(PoMeshFilledRenderTest, LinearMappingGivesAGradientAcrossTheGrid) {
     }
 }
 
+TEST_F(PoMeshFilledRenderTest, LitGridFacingTheLightShowsItsColours) {
+    QUILLON_REQUIRE_RENDERING();
+    root->removeChild(1);
+    // Seen and lit from above: full diffuse light plus some ambient.
+    for (PoMesh::ColoringType coloring : {PoMesh::COLOR_MAPPING, PoMesh::COLOR_CONTOURING}) {
+        PoMeshFilled* kit = addKit(coloring);
+        const RenderImage image = render();
+        root->removeChild(kit);
+        const Rgb pixel = image.pixel(column(0.5f), 50);
+        EXPECT_GT(pixel.r + pixel.g + pixel.b, 300) << coloring << ": " << pixel;
+    }
+}
+
 TEST_F(PoMeshFilledRenderTest, ContouringDrawsTheBandColours) {
     QUILLON_REQUIRE_RENDERING();
     addKit(PoMesh::COLOR_CONTOURING);
@@ -125,7 +142,34 @@ TEST_F(PoMeshFilledRenderTest, ClippedRegionOfATransparentThresholdShowsTheBackg
         root->removeChild(kit);
         EXPECT_TRUE(pixelNear(image, column(0.9f), 50, toRgb(s_background), 2)) << coloring;
         EXPECT_TRUE(pixelNear(image, column(0.95f), 20, toRgb(s_background), 2)) << coloring;
-        EXPECT_FALSE(isNear(image.pixel(column(0.3f), 50), toRgb(s_background), 10)) << coloring;
+        const float value = 10.0f * (column(0.3f) + 0.5f) / s_size;
+        const Rgb expected = coloring == PoMesh::COLOR_CONTOURING
+                                 ? bandColor(1)
+                                 : toRgb(*m_mapping.getRGBColor(value));
+        EXPECT_TRUE(pixelNear(image, column(0.3f), 50, expected, 12)) << coloring;
+    }
+}
+
+TEST_F(PoMeshFilledRenderTest, ExampleScenesAreAsWrittenAndDrawASurface) {
+    QUILLON_REQUIRE_RENDERING();
+    const std::string examples =
+        std::string(__FILE__).substr(0, std::string(__FILE__).rfind("/tests/")) + "/examples/";
+    for (const char* name :
+         {"filled-elevation-map.iv", "filled-polar-bands.iv", "filled-scattered-texture-bands.iv",
+          "filled-curvilinear-average.iv"}) {
+        SCOPED_TRACE(name);
+        std::ifstream file(examples + name);
+        ASSERT_TRUE(file.good());
+        const std::string text((std::istreambuf_iterator<char>(file)),
+                               std::istreambuf_iterator<char>());
+        SoNode* scene = SceneIO::read(text);
+        ASSERT_NE(scene, nullptr);
+        scene->ref();
+        EXPECT_EQ(SceneIO::write(scene), text);
+        const RenderImage image = renderHeadless(scene, smallPicture(80, 60, s_background));
+        const int surface = 80 * 60 - countPixelsNear(image, toRgb(s_background), 4);
+        EXPECT_GT(surface, 80 * 60 / 10);
+        scene->unref();
     }
 }
 

@@ -15,7 +15,11 @@
 #include "support/TestClassRegistration.h"
 
 #include <Inventor/nodes/SoComplexity.h>
+#include <Inventor/nodes/SoCoordinate3.h>
+#include <Inventor/nodes/SoIndexedFaceSet.h>
 #include <Inventor/nodes/SoMaterial.h>
+#include <Inventor/nodes/SoNormal.h>
+#include <Inventor/nodes/SoNormalBinding.h>
 
 #include <cmath>
 #include <limits>
@@ -38,10 +42,12 @@ public:
     int rebuilds = 0;
 
     using PoMesh::adjustIsovalList;
+    using PoMesh::computeNormal;
     using PoMesh::getAdjustedIsovalues;
     using PoMesh::getMaterial;
     using PoMesh::mapColor;
     using PoMesh::newSbVec3f;
+    using PoMesh::setGroup;
 
 protected:
     ~MeshProbeKit() override = default;
@@ -133,6 +139,7 @@ TEST_F(PoMeshTest, ValueSetShorterThanTheNodesIsRefused) {
     m_kit->coloringType = PoMesh::COLOR_MAPPING;
     EXPECT_EQ(m_kit->coloring, PoMesh::COLOR_INHERITED);
     EXPECT_TRUE(m_errors->contains("value set 0 holds 4 values for 9 nodes"));
+    m_kit->setMesh(nullptr);
 }
 
 TEST_F(PoMeshTest, StateObjectsServeDuringTraversalsOnlyAndObjectsSetOnTheKitWin) {
@@ -158,6 +165,10 @@ TEST_F(PoMeshTest, StateObjectsServeDuringTraversalsOnlyAndObjectsSetOnTheKitWin
     traverse();
     EXPECT_EQ(m_kit->mapping, &m_mapping);
     EXPECT_EQ(m_kit->getDataMapping(), &m_mapping);
+    // A data-mapping node supplies the module data mapping.
+    auto* moduleNode = new PoLinearDataMapping;
+    m_kit->moduleDataMappingNode = moduleNode;
+    EXPECT_EQ(m_kit->getModuleDataMapping(), moduleNode->getDataMapping());
 }
 
 TEST_F(PoMeshTest, InheritedColouringDoesNotDependOnTheStatesDataMapping) {
@@ -203,7 +214,9 @@ TEST_F(PoMeshTest, MapColorGivesTransparenciesOnlyWithTransparency) {
         m_mapping.enableTransparency(transparency);
         m_kit->touchKit();
         m_kit->mapColor(3, values, TRUE);
-        const SoMaterial* material = m_kit->getMaterial();
+        // The kit's groups own the materials it makes; here the test does.
+        SoMaterial* material = m_kit->getMaterial();
+        material->ref();
         ASSERT_EQ(material->diffuseColor.getNum(), 3);
         EXPECT_EQ(material->diffuseColor[1], *m_mapping.getRGBColor(0.75f));
         // Below the colourless threshold, and not a number: black.
@@ -216,6 +229,7 @@ TEST_F(PoMeshTest, MapColorGivesTransparenciesOnlyWithTransparency) {
         } else {
             EXPECT_TRUE(material->transparency.isDefault());
         }
+        material->unref();
     }
 }
 
@@ -260,6 +274,40 @@ TEST_F(PoMeshTest, KitsAdjustIsovaluesOfTheirCurrentList) {
     vertices[3].setValue(1, 2, 3);
     EXPECT_EQ(m_kit->newSbVec3f(2), vertices);
     EXPECT_EQ(vertices[3], SbVec3f(1, 2, 3));
+    const size_t size = m_kit->getMemorySize();
+    m_kit->newSbVec3f(1000);
+    EXPECT_GE(m_kit->getMemorySize(), size + 996 * sizeof(SbVec3f));
+    EXPECT_GE(PoMesh::getClassMemorySize(), 500 * (sizeof(SbVec3f) + sizeof(float)));
+}
+
+TEST_F(PoMeshTest, ComputedNormalsFollowTheClockwiseOrderingOfTheShapeHints) {
+    // A square counter-clockwise seen from above: clockwise hints make its
+    // normals point down.
+    auto* group = new SoSeparator;
+    group->ref();
+    auto* coordinates = new SoCoordinate3;
+    const SbVec3f points[] = {SbVec3f(0, 0, 0), SbVec3f(1, 0, 0), SbVec3f(1, 1, 0),
+                              SbVec3f(0, 1, 0)};
+    coordinates->point.setValues(0, 4, points);
+    auto* faces = new SoIndexedFaceSet;
+    const int32_t indices[] = {0, 1, 2, 3, -1};
+    faces->coordIndex.setValues(0, 5, indices);
+    group->addChild(coordinates);
+    group->addChild(faces);
+    m_kit->setGroup(group);
+    m_kit->computeNormal(faces, coordinates);
+    auto* normals = static_cast<SoNormal*>(group->getChild(1));
+    ASSERT_TRUE(normals->isOfType(SoNormal::getClassTypeId()));
+    EXPECT_EQ(static_cast<SoNormalBinding*>(group->getChild(2))->value.getValue(),
+              int(SoNormalBinding::PER_VERTEX_INDEXED));
+    EXPECT_EQ(group->getChild(3), faces);
+    ASSERT_EQ(faces->normalIndex.getNum(), 5);
+    EXPECT_EQ(faces->normalIndex[4], -1);
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_EQ(faces->normalIndex[i], i);
+        EXPECT_TRUE(normals->vector[i].equals(SbVec3f(0, 0, -1), 1e-6f));
+    }
+    group->unref();
 }
 
 TEST_F(PoMeshTest, WrittenKitsKeepTheirFieldsButNotTheComputedMaterial) {

@@ -95,4 +95,6 @@ private:
     SoTextureCoordinate2* m_textureCoordinates = nullptr;
     const float* m_values = nullptr;
     const float* m_z = nullptr;
+    // The value set that gives the nodes' z, or -1 for the mesh's own.
+    int m_zSetIndex = -1;
 };

@@ -176,8 +176,6 @@ void PoMesh3D::clearIsoCells(void) {
     m_hasTopology = false;
 }
 
-// The cell filter sees the values of the set valuesIndexForCellFilter, one
-// per cell; a set bound per node gives it none.
 const float* PoMesh3D::boundValuesSet(int setIndex, PbMesh::DataBinding binding,
                                       const char* methodName, const char* need) {
     const PbMesh3D* mesh = m_currentMesh3D;

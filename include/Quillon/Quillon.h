@@ -26,9 +26,14 @@
 #include <Quillon/graph/PoCartesianAxis.h>
 #include <Quillon/graph/PoClassRegistration.h>
 #include <Quillon/graph/PoDebugError.h>
+#include <Quillon/graph/PoHistogram.h>
 #include <Quillon/graph/PoLibraryReference.h>
 #include <Quillon/graph/PoLinearAxis.h>
+#include <Quillon/graph/PoMultipleHistogram.h>
+#include <Quillon/graph/PoPieChart.h>
+#include <Quillon/graph/PoPieChart2D.h>
 #include <Quillon/graph/PoPlotwright.h>
+#include <Quillon/graph/PoSingleHistogram.h>
 
 #include <Quillon/nodes/PoBevelEdge.h>
 #include <Quillon/nodes/PoBevelEdgeElement.h>

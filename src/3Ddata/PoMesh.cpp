@@ -141,22 +141,12 @@ const PoCellFilter* PoMesh::getCellFilter(void) {
     return readElement<PoCellFilterElement>();
 }
 
-// A destroyed object is forgotten; any change asks for a rebuild.
-template <typename T> void PoMesh::manageObjectChange(T*& member, PbBase* object) {
-    if (!object || object != member)
-        return;
-    PbBase* held = member;
-    manageBasicObjectChange(object, &held);
-    if (!held)
-        member = nullptr;
-}
-
 void PoMesh::basicObjectChange(PbBase* object) {
     PoVolumwright::basicObjectChange(object);
-    manageObjectChange(m_mesh, object);
-    manageObjectChange(m_dataMapping, object);
-    manageObjectChange(m_moduleDataMapping, object);
-    manageObjectChange(m_isovaluesList, object);
+    manageConnectedObject(object, m_mesh);
+    manageConnectedObject(object, m_dataMapping);
+    manageConnectedObject(object, m_moduleDataMapping);
+    manageConnectedObject(object, m_isovaluesList);
 }
 
 // ---------------------------------------------------------------- rebuild

@@ -38,12 +38,6 @@ const char* const s_separatorParts[] = {"transform",       "bodySep",         "a
                                         "titleSep",        "subGradTickSep",  "subGradGridSep",
                                         "mainGradTickSep", "mainGradGridSep", "mainGradTextSep"};
 
-// A relative size; one that is not a number asks for the default.
-float relativeSize(const SoSFFloat& field) {
-    const float value = field.getValue();
-    return std::isfinite(value) ? value : 0.0f;
-}
-
 bool isOn(int visibility) {
     return visibility == PoAxis::VISIBILITY_ON;
 }
@@ -202,26 +196,7 @@ void PoAxis::setDefaultOnNonWritingFields(void) {
         markPartDefault(part);
 }
 
-void PoAxis::markPartDefault(const char* part) {
-    if (SoField* field = getField(part))
-        field->setDefault(TRUE);
-}
-
 // ------------------------------------------------------ working record
-
-int PoAxis::checkedEnum(const SoSFEnum& field, int count, int fallback) {
-    const int value = field.getValue();
-    if (value >= 0 && value < count)
-        return value;
-    SoFieldContainer* container = field.getContainer();
-    SbName fieldName;
-    container->getFieldName(&field, fieldName);
-    const SbString method = SbString(container->getTypeId().getName().getString()) + "::rebuild";
-    PoDebugError::postWarning(method.getString(),
-                              "%s holds %d, which is none of its values; its default %d is used",
-                              fieldName.getString(), value, fallback);
-    return fallback;
-}
 
 void PoAxis::readFieldsIntoRecord(void) {
     AxisAttr& a = m_attr;

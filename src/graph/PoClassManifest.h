@@ -17,7 +17,12 @@
     X(PoBaseAxis)                                                                                  \
     X(PoAxis)                                                                                      \
     X(PoCartesianAxis)                                                                             \
-    X(PoLinearAxis)
+    X(PoLinearAxis)                                                                                \
+    X(PoHistogram)                                                                                 \
+    X(PoSingleHistogram)                                                                           \
+    X(PoMultipleHistogram)                                                                         \
+    X(PoPieChart)                                                                                  \
+    X(PoPieChart2D)
 
 // Mesh representation node kits.  Unregistration does not simply reverse
 // their registration: it goes through the exit groups in the order of

@@ -204,13 +204,8 @@ bool PoLinearAxis::hasValidInput(void) const {
 
 SbString PoLinearAxis::makeGradString(float value) const {
     // The text is put together in Latin-1, as the added string is.
-    SbString text = m_numericFormat.getString(value);
-    const int tenPower = m_numericFormat.getTenPower();
-    if (tenPower != 0 && m_multFactorPosition == MULT_FACTOR_GRAD) {
-        SbString suffix;
-        suffix.sprintf("E%d", tenPower);
-        text += suffix;
-    }
+    SbString text = m_multFactorPosition == MULT_FACTOR_GRAD ? valueString(m_numericFormat, value)
+                                                             : m_numericFormat.getString(value);
     if (m_attr.gradAddStringVisibility == VISIBILITY_ON)
         text += PiText::toLatin1(m_attr.gradAddString);
     return PiText::fromLatin1(text.getString());

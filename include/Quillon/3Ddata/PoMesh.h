@@ -179,7 +179,6 @@ protected:
 
 private:
     template <typename T> void connectObject(T*& member, T* object);
-    template <typename T> void manageObjectChange(T*& member, PbBase* object);
     void settleColoring(void);
     void prepareTextureContouring(void);
     void setComplexity(float textureQuality);

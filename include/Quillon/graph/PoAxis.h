@@ -193,12 +193,7 @@ protected:
     // breaking, mirroring) with that font, size and path, the texts on the
     // graduation side of their anchors.
     PiText makeAxisText(const SbString& fontName, float size, int path);
-    // The value of an enumerated field, or fallback (with a warning) when a
-    // scene file gave it a number that is none of its count values.
-    static int checkedEnum(const SoSFEnum& field, int count, int fallback);
     void setDefaultOnNonWritingFields(void) override;
-    // Leaves the part out of what is written.
-    void markPartDefault(const char* part);
     // Empties the parts that a rebuild fills.
     void clearAxisParts(void);
 

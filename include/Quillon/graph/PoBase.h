@@ -153,6 +153,20 @@ protected:
 
     virtual void rebuild(void) {}
     virtual void manageBasicObjectChange(PbBase* object, PbBase** member);
+    // For basicObjectChange: when object is the one that member holds, reacts
+    // to its change through manageBasicObjectChange and returns true.  A
+    // destroyed object is forgotten before the rebuild that its end asks
+    // for, so that the rebuild cannot reach it.
+    template <class Object> bool manageConnectedObject(PbBase* object, Object*& member) {
+        if (!object || object != member)
+            return false;
+        PbBase* held = member;
+        if (object->getChangeType() == PbBase::DESTROYED)
+            member = nullptr;
+        manageBasicObjectChange(object, &held);
+        member = static_cast<Object*>(held);
+        return true;
+    }
     virtual void preRebuild(void);
     virtual void postRebuild(void);
     // Reads every element the kit depends on, so that caches opened above

@@ -3,7 +3,11 @@
 #include <Quillon/graph/PoBase.h>
 
 class PbMiscTextAttr;
+class PiNumericFormat;
 class PiText;
+class SoMFString;
+class SoSFEnum;
+class SoSFFloat;
 
 // A part with its own separator and appearance, as charts group what they
 // draw: the private separator <part>Sep under the parent, holding the
@@ -52,22 +56,26 @@ protected:
     // the attributes' font) and the size.
     void setUpText(PiText& text, const SbString& fontName, float size);
 
+    // The value of an enumerated field, or fallback (with a warning) when a
+    // scene file gave it a number that is none of its count values.
+    static int checkedEnum(const SoSFEnum& field, int count, int fallback);
+    // A relative size; one that is not a number counts as 0 (the default).
+    static float relativeSize(const SoSFFloat& field);
+    // The text of a value, followed by the power of ten that the format
+    // divides it by, as "E6", when there is one; UTF-8.
+    static SbString valueString(const PiNumericFormat& format, float value);
+    // Sets the field to count strings, a null string giving an empty one;
+    // for constructors that take C strings.
+    static void setStrings(SoMFString& field, int count, const char* const* strings);
+    // Leaves the part out of what is written.
+    void markPartDefault(const char* part);
+
     // Moves the kit's connection from the object that member holds to
     // object, stores it and asks for a rebuild.
     template <class Object> void connectObject(Object*& member, Object* object) {
         changeConnection(member, object);
         member = object;
         touchKit();
-    }
-    // For basicObjectChange: when object is the one member holds, reacts to
-    // its change (a destroyed object is forgotten) and returns true.
-    template <class Object> bool manageConnectedObject(PbBase* object, Object*& member) {
-        if (!object || object != member)
-            return false;
-        PbBase* held = member;
-        manageBasicObjectChange(object, &held);
-        member = static_cast<Object*>(held);
-        return true;
     }
 
 private:

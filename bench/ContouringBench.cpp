@@ -1,9 +1,10 @@
-// Isolines and colour bands of f(x, y) = sin(2x) cos(3y) + 0.3 exp(-(x^2 +
-// y^2)) sampled on a 2048 x 2048 regular grid over [-3, 3]^2, for the 20
-// isovalues spaced evenly strictly inside [min, max].
+// Isolines, colour bands and labelled lines of f(x, y) = sin(2x) cos(3y) +
+// 0.3 exp(-(x^2 + y^2)) sampled on a 2048 x 2048 regular grid over
+// [-3, 3]^2, for the 20 isovalues spaced evenly strictly inside [min, max].
 // bench/contourpy_compare.py times the same work with contourpy and prints
 // the two side by side.
 #include <Quillon/3Ddata/PbRegularCartesianGrid2D.h>
+#include <Quillon/3Ddata/PoMeshContouring.h>
 #include <Quillon/3Ddata/PoMeshFilled.h>
 #include <Quillon/PoQuillon.h>
 #include <Quillon/graph/PbIsovaluesList.h>
@@ -114,5 +115,37 @@ void BM_FilledContouring2048(benchmark::State& state) {
     PoQuillon::finish();
 }
 BENCHMARK(BM_FilledContouring2048)->Unit(benchmark::kMillisecond);
+
+// The contour lines kit's whole rebuild with labels that no line crosses:
+// contouring, placing the labels, cutting the lines around them and
+// filling the parts.
+void BM_ContourLabels2048(benchmark::State& state) {
+    PoQuillon::init();
+    Field& f = const_cast<Field&>(field());
+    auto* kit = new PoMeshContouring;
+    kit->ref();
+    kit->setUpdateMethod(PoBase::UPDATE_IMMEDIATELY);
+    kit->setMesh(&f.grid);
+    kit->setIsovaluesList(&f.isovalues);
+    kit->valuesIndex = 0;
+    kit->annotIsVisible = TRUE;
+    kit->annotCrossStatus = PoMeshContouring::DONT_CROSS_CONTOUR;
+    // Texts small enough to fit, often, between lines that crowd this much.
+    kit->annotFontSize = 0.01f;
+    kit->annotGap = 0.1f;
+    resetPeakMemory();
+    const double before = peakMemoryMB();
+    double peak = 0.0;
+    for (auto _ : state) {
+        kit->touchKit();
+        peak = std::max(peak, peakMemoryMB());
+    }
+    state.counters["labels"] = kit->getNumAnnotations();
+    state.counters["peak_memory_MB"] = peak;
+    state.counters["peak_over_start_MB"] = peak - before;
+    kit->unref();
+    PoQuillon::finish();
+}
+BENCHMARK(BM_ContourLabels2048)->Unit(benchmark::kMillisecond);
 
 } // namespace

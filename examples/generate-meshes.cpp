@@ -1,22 +1,26 @@
 // generate-meshes: writes the mesh example scenes, one mesh of each family
-// with value sets, the scenes of meshes drawn as coloured surfaces, and
-// level surfaces and sections of volume meshes, through the library's own
-// scene-file writer.
+// with value sets, the scenes of meshes drawn as coloured surfaces (one
+// with the value legend of its colours) and those of their contour lines,
+// and level surfaces and sections of volume meshes, through the library's
+// own scene-file writer.
 //
 //   generate-meshes OUTPUT_DIRECTORY
 
 #include <Quillon/3Ddata/PbTriangleMesh2D.h>
+#include <Quillon/3Ddata/PoMeshContouring.h>
 #include <Quillon/3Ddata/PoMeshCrossContour.h>
 #include <Quillon/3Ddata/PoMeshCrossSection.h>
 #include <Quillon/3Ddata/PoMeshFilled.h>
 #include <Quillon/3Ddata/PoMeshLevelSurf.h>
 #include <Quillon/PoQuillon.h>
+#include <Quillon/graph/PoLinearValueLegend.h>
 #include <Quillon/nodes/PoCartesianGrid2D.h>
 #include <Quillon/nodes/PoCartesianGrid3D.h>
 #include <Quillon/nodes/PoIndexedMesh2D.h>
 #include <Quillon/nodes/PoIrregularMesh1D.h>
 #include <Quillon/nodes/PoIsovaluesList.h>
 #include <Quillon/nodes/PoLinearDataMapping.h>
+#include <Quillon/nodes/PoMiscTextAttr.h>
 #include <Quillon/nodes/PoNonLinearDataMapping2.h>
 #include <Quillon/nodes/PoParalCartesianGrid3D.h>
 #include <Quillon/nodes/PoPolarGrid2D.h>
@@ -28,10 +32,15 @@
 #include <Inventor/SbViewportRegion.h>
 #include <Inventor/SoOutput.h>
 #include <Inventor/actions/SoWriteAction.h>
+#include <Inventor/nodes/SoAnnotation.h>
 #include <Inventor/nodes/SoBaseColor.h>
+#include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoDirectionalLight.h>
 #include <Inventor/nodes/SoDrawStyle.h>
 #include <Inventor/nodes/SoInfo.h>
+#include <Inventor/nodes/SoLightModel.h>
+#include <Inventor/nodes/SoLineSet.h>
+#include <Inventor/nodes/SoOrthographicCamera.h>
 #include <Inventor/nodes/SoPerspectiveCamera.h>
 #include <Inventor/nodes/SoPolygonOffset.h>
 #include <Inventor/nodes/SoSeparator.h>
@@ -190,9 +199,17 @@ float hill(float x, float y, float cx, float cy, float height, float width) {
     return height * std::exp(-((x - cx) * (x - cx) + (y - cy) * (y - cy)) / (width * width));
 }
 
-// Hills over a regular grid, raised by their heights and coloured by them,
-// seen lit from an oblique viewpoint.
-SoNode* elevationMap() {
+// The colours of heights, from meadows to snow.
+SoNode* elevationScale() {
+    return colourScale({0.0f, 0.25f, 0.7f, 1.1f, 1.45f},
+                       {SbColor(0.15f, 0.45f, 0.25f), SbColor(0.45f, 0.65f, 0.25f),
+                        SbColor(0.8f, 0.7f, 0.4f), SbColor(0.55f, 0.4f, 0.25f),
+                        SbColor(0.95f, 0.95f, 0.95f)});
+}
+
+// Hills over a regular grid, raised by their heights and coloured by them
+// (in the scale given), seen lit from an oblique viewpoint.
+SoNode* elevationMap(SoNode* scale) {
     const int numX = 81, numY = 61;
     auto* grid = new PoRegularCartesianGrid2D;
     grid->setGeometry(numX, numY, 0.0f, 0.0f, 8.0f, 6.0f);
@@ -218,14 +235,38 @@ SoNode* elevationMap() {
     sun->direction.setValue(-0.4f, 0.5f, -0.75f);
     scene->addChild(sun);
     scene->addChild(grid);
-    scene->addChild(colourScale({0.0f, 0.25f, 0.7f, 1.1f, 1.45f},
-                                {SbColor(0.15f, 0.45f, 0.25f), SbColor(0.45f, 0.65f, 0.25f),
-                                 SbColor(0.8f, 0.7f, 0.4f), SbColor(0.55f, 0.4f, 0.25f),
-                                 SbColor(0.95f, 0.95f, 0.95f)}));
+    scene->addChild(scale);
     PoMeshFilled* kit = filled(PoMesh::COLOR_MAPPING);
     kit->zValuesIndex = 0;
     kit->creaseAngle = 1.0f;
     scene->addChild(kit);
+    return scene;
+}
+
+// The elevation map with a value legend of its colour scale at the right
+// of the picture, drawn over the map by a camera of its own.
+SoNode* elevationMapWithLegend() {
+    SoNode* scale = elevationScale();
+    scale->setName("heightColours");
+    auto* scene = new SoSeparator;
+    scene->addChild(elevationMap(scale));
+    auto* overlay = new SoAnnotation;
+    auto* camera = new SoOrthographicCamera;
+    camera->height = 10.0f;
+    overlay->addChild(camera);
+    auto* text = new PoMiscTextAttr;
+    text->fontName = "DejaVu Sans";
+    overlay->addChild(text);
+    overlay->addChild(scale);
+    auto* legend = new PoLinearValueLegend(SbVec2f(5.0f, -4.7f), SbVec2f(6.55f, 4.7f));
+    legend->titleVisibility = PoLegend::VISIBILITY_ON;
+    legend->titlePosition = PoLegend::POS_TOP;
+    legend->titleString = "Height";
+    legend->valueAddStringVisibility = TRUE;
+    legend->valueAddString = " km";
+    legend->set("backgroundApp.material", "diffuseColor 0.12 0.12 0.14");
+    overlay->addChild(legend);
+    scene->addChild(overlay);
     return scene;
 }
 
@@ -336,6 +377,199 @@ SoNode* curvilinearAverage() {
     scene->addChild(grid);
     scene->addChild(mapping);
     scene->addChild(filled(PoMesh::COLOR_AVERAGE));
+    return scene;
+}
+
+// ---------------------------------------------------- contour line scenes
+//
+// Scenes of the contour lines kit over meshes of three kinds, each framed
+// by an orthographic camera.
+
+SoSeparator* contourScene(const SbVec3f& centre, float height) {
+    auto* scene = new SoSeparator;
+    auto* camera = new SoOrthographicCamera;
+    camera->position = centre + SbVec3f(0.0f, 0.0f, 10.0f);
+    camera->nearDistance = 5.0f;
+    camera->farDistance = 15.0f;
+    camera->height = height;
+    scene->addChild(camera);
+    auto* font = new PoMiscTextAttr;
+    font->fontName = "DejaVu Sans";
+    scene->addChild(font);
+    return scene;
+}
+
+SoNode* isovalues(float first, float step, int count) {
+    auto* list = new PoIsovaluesList;
+    for (int k = 0; k < count; ++k)
+        list->isovaluesList.set1Value(k, first + step * k);
+    return list;
+}
+
+// The lines of value set 0, the major ones labelled.
+PoMeshContouring* labelledLines(int firstMajor, int majorPeriod, float gap, float fontSize) {
+    auto* lines = new PoMeshContouring;
+    lines->valuesIndex = 0;
+    lines->firstMajor = firstMajor;
+    lines->majorPeriod = majorPeriod;
+    lines->annotIsVisible = TRUE;
+    lines->annotGap = gap;
+    lines->annotFontSize = fontSize;
+    return lines;
+}
+
+void setLineLook(PoMeshContouring* kit, const char* app, const char* color, float width) {
+    kit->set((std::string(app) + ".material").c_str(),
+             (std::string("diffuseColor ") + color).c_str());
+    kit->set((std::string(app) + ".drawStyle").c_str(),
+             (std::string("lineWidth ") + std::to_string(width)).c_str());
+}
+
+// Hills and a hollow over a regular grid: filled colour bands, and above
+// them major lines every 20 m, thicker than the minor ones, labelled in
+// gaps of their own.
+SoNode* labelledContourMap() {
+    const int numX = 121, numY = 91;
+    auto* grid = new PoRegularCartesianGrid2D;
+    grid->setGeometry(numX, numY, 0.0f, 0.0f, 12.0f, 9.0f);
+    std::vector<float> height;
+    for (int i = 0; i < numX; ++i)
+        for (int j = 0; j < numY; ++j) {
+            const float x = 0.1f * i, y = 0.1f * j;
+            height.push_back(hill(x, y, 3.5f, 5.5f, 60.0f, 2.236f) +
+                             hill(x, y, 8.5f, 3.0f, 45.0f, 1.732f) -
+                             hill(x, y, 8.0f, 7.5f, 25.0f, 1.414f) + 4.0f * x);
+        }
+    grid->mesh.addValuesSet(0, height.data(), "height");
+
+    SoSeparator* scene = contourScene(SbVec3f(6.0f, 4.5f, 0.0f), 9.6f);
+    scene->addChild(grid);
+    scene->addChild(isovalues(-10.0f, 5.0f, 23));
+    scene->addChild(colourScale({-15.0f, 13.75f, 42.5f, 71.25f, 100.0f},
+                                {SbColor(0.16f, 0.38f, 0.62f), SbColor(0.45f, 0.70f, 0.45f),
+                                 SbColor(0.93f, 0.87f, 0.55f), SbColor(0.72f, 0.52f, 0.34f),
+                                 SbColor(0.96f, 0.95f, 0.93f)}));
+    auto* filledSide = new SoSeparator;
+    auto* offset = new SoPolygonOffset;
+    filledSide->addChild(offset);
+    PoMeshFilled* bands = filled(PoMesh::COLOR_CONTOURING);
+    bands->set("appearance.lightModel", "model BASE_COLOR");
+    filledSide->addChild(bands);
+    scene->addChild(filledSide);
+    PoMeshContouring* lines = labelledLines(2, 4, 0.6f, 0.03f);
+    lines->annotIsContourClip = TRUE;
+    setLineLook(lines, "majorContourLineApp", "0.15 0.1 0.05", 2.5f);
+    setLineLook(lines, "minorContourLineApp", "0.3 0.25 0.2", 1.0f);
+    lines->set("annotTextApp.material", "diffuseColor 0.1 0.07 0.03");
+    scene->addChild(lines);
+    return scene;
+}
+
+// A polar grid of waves whose lines take the colours of the data mapping,
+// labelled on white boxes with a border, horizontally.
+SoNode* polarLabels() {
+    const int numR = 40, numT = 121;
+    std::vector<float> r, t, values;
+    for (int i = 0; i < numR; ++i)
+        r.push_back(0.25f + 0.1f * i);
+    for (int j = 0; j < numT; ++j)
+        t.push_back(2.0f * kPi * j / (numT - 1));
+    for (float ri : r)
+        for (float tj : t)
+            values.push_back(std::sin(1.6f * ri) + 0.35f * ri * std::cos(3.0f * tj));
+    auto* grid = new PoPolarGrid2D;
+    grid->setGeometry(numR, numT, r.data(), t.data());
+    grid->mesh.addValuesSet(0, values.data(), "wave");
+
+    SoSeparator* scene = contourScene(SbVec3f(0.0f, 0.0f, 0.0f), 9.2f);
+    scene->addChild(grid);
+    scene->addChild(isovalues(-2.0f, 0.25f, 17));
+    scene->addChild(colourScale({-2.0f, -0.6667f, 0.6667f, 2.0f},
+                                {SbColor(0.3f, 0.5f, 1.0f), SbColor(0.6f, 0.9f, 0.9f),
+                                 SbColor(1.0f, 0.9f, 0.4f), SbColor(1.0f, 0.45f, 0.3f)}));
+    PoMeshContouring* lines = labelledLines(0, 2, 0.35f, 0.028f);
+    lines->coloringType = PoMesh::COLOR_MAPPING;
+    lines->annotPath = PoMeshContouring::HORIZONTAL_PATH;
+    lines->annotIsBackground = TRUE;
+    setLineLook(lines, "majorContourLineApp", "1 1 1", 2.0f);
+    setLineLook(lines, "minorContourLineApp", "1 1 1", 1.0f);
+    lines->set("annotBackgroundApp.material", "diffuseColor 0.97 0.97 0.94");
+    lines->set("annotBackgroundBorderApp.material", "diffuseColor 0.25 0.25 0.3");
+    lines->set("annotTextApp.material", "diffuseColor 0.1 0.1 0.15");
+    scene->addChild(lines);
+    return scene;
+}
+
+// Scattered stations joined into triangles, drawn as a faint wireframe:
+// lines that no label may cross, and labels only inside a clipping
+// polygon, drawn as a dashed outline.
+SoNode* triangleMeshClipping() {
+    const int side = 26;
+    std::vector<float> x, y, values;
+    for (int i = 0; i < side; ++i)
+        for (int j = 0; j < side; ++j) {
+            // A fixed jitter keeps the stations irregular and the scene
+            // the same from one run to the next.
+            const float jx = 0.3f * std::sin(12.9898f * i + 78.233f * j);
+            const float jy = 0.3f * std::cos(39.3468f * i + 11.135f * j);
+            const bool border = i == 0 || j == 0 || i == side - 1 || j == side - 1;
+            x.push_back(0.4f * i + (border ? 0.0f : 0.4f * jx));
+            y.push_back(0.4f * j + (border ? 0.0f : 0.4f * jy));
+            values.push_back(10.0f * std::sin(0.6f * x.back()) * std::cos(0.5f * y.back()) +
+                             2.0f * y.back());
+        }
+    std::vector<int> triangles;
+    for (int i = 0; i + 1 < side; ++i)
+        for (int j = 0; j + 1 < side; ++j) {
+            const int n = i * side + j;
+            triangles.insert(triangles.end(), {n, n + side, n + side + 1, n, n + side + 1, n + 1});
+        }
+    auto* mesh = new PoTriangleMesh2D;
+    mesh->setGeometry(side * side, x.data(), y.data(), static_cast<int>(triangles.size() / 3),
+                      triangles.data());
+    mesh->mesh.addValuesSet(0, values.data(), "field");
+
+    SoSeparator* scene = contourScene(SbVec3f(5.0f, 5.0f, 0.0f), 10.6f);
+    scene->addChild(mesh);
+    scene->addChild(isovalues(-10.0f, 2.0f, 21));
+    auto* wireframe = new SoSeparator;
+    auto* edges = new SoDrawStyle;
+    edges->style = SoDrawStyle::LINES;
+    wireframe->addChild(edges);
+    auto* dim = new SoBaseColor;
+    dim->rgb.setValue(0.16f, 0.16f, 0.19f);
+    wireframe->addChild(dim);
+    auto* unlit = new SoLightModel;
+    unlit->model = SoLightModel::BASE_COLOR;
+    wireframe->addChild(unlit);
+    wireframe->addChild(new PoMeshFilled);
+    scene->addChild(wireframe);
+    const std::vector<SbVec2f> polygon{SbVec2f(1.0f, 1.5f), SbVec2f(8.5f, 0.8f),
+                                       SbVec2f(9.2f, 6.0f), SbVec2f(5.0f, 4.2f),
+                                       SbVec2f(2.0f, 9.0f)};
+    auto* outline = new SoSeparator;
+    auto* style = new SoDrawStyle;
+    style->linePattern = 0xF0F0;
+    style->lineWidth = 1.5f;
+    outline->addChild(style);
+    auto* color = new SoBaseColor;
+    color->rgb.setValue(0.9f, 0.6f, 0.2f);
+    outline->addChild(color);
+    auto* corners = new SoCoordinate3;
+    for (size_t k = 0; k <= polygon.size(); ++k) {
+        const SbVec2f& p = polygon[k % polygon.size()];
+        corners->point.set1Value(static_cast<int>(k), p[0], p[1], 0.0f);
+    }
+    outline->addChild(corners);
+    outline->addChild(new SoLineSet);
+    scene->addChild(outline);
+    PoMeshContouring* lines = labelledLines(0, 2, 0.3f, 0.03f);
+    lines->annotCrossStatus = PoMeshContouring::DONT_CROSS_CONTOUR;
+    lines->annotClippingPolygon.setValues(0, static_cast<int>(polygon.size()), polygon.data());
+    setLineLook(lines, "majorContourLineApp", "0.55 0.85 1", 2.0f);
+    setLineLook(lines, "minorContourLineApp", "0.4 0.62 0.75", 1.0f);
+    lines->set("annotTextApp.material", "diffuseColor 1 1 1");
+    scene->addChild(lines);
     return scene;
 }
 
@@ -462,9 +696,7 @@ SoNode* crossSectionTetrahedra() {
     mesh->mesh.addValuesSet(0, wave.data(), "wave");
     SoSeparator* scene = volumeScene(mesh);
     scene->addChild(rainbow(-1.0f, 2.0f));
-    auto* isovalues = new PoIsovaluesList;
-    isovalues->setRegularIsoList(-0.5f, 1.5f, 5);
-    scene->addChild(isovalues);
+    scene->addChild(isovalues(-0.5f, 0.5f, 5));
     SbVec3f normal(0.4f, -0.3f, 1.0f);
     normal.normalize();
     const SbPlane plane(normal, SbVec3f(0.5f, 0.5f, 0.5f));
@@ -529,8 +761,6 @@ SoNode* levelSurfaceCylinder() {
     return scene;
 }
 
-// ------------------------------------------------------------------------
-
 bool writeScene(const std::string& path, const char* description, SoNode* mesh) {
     auto* root = new SoSeparator;
     root->ref();
@@ -574,7 +804,10 @@ int main(int argc, char** argv) {
         writeScene(directory + "mesh-line.iv", "A line mesh with two curves", lineMesh()) &&
         writeScene(directory + "filled-elevation-map.iv",
                    "Hills of a regular grid raised by their heights and coloured by them",
-                   elevationMap()) &&
+                   elevationMap(elevationScale())) &&
+        writeScene(directory + "filled-map-value-legend.iv",
+                   "The elevation map with the value legend of its colour scale",
+                   elevationMapWithLegend()) &&
         writeScene(directory + "filled-polar-bands.iv",
                    "A polar grid in colour bands along uneven isovalues", polarBands()) &&
         writeScene(directory + "filled-scattered-texture-bands.iv",
@@ -583,6 +816,16 @@ int main(int argc, char** argv) {
         writeScene(directory + "filled-curvilinear-average.iv",
                    "A curvilinear grid in one colour per cell, cut away above a threshold",
                    curvilinearAverage()) &&
+        writeScene(directory + "contouring-labelled-map.iv",
+                   "Contour lines with labels in gaps of their own over filled colour bands",
+                   labelledContourMap()) &&
+        writeScene(directory + "contouring-polar-labels.iv",
+                   "Contour lines of a polar grid with labels on background boxes",
+                   polarLabels()) &&
+        writeScene(directory + "contouring-triangle-clipping.iv",
+                   "Contour lines of a triangle mesh that no label crosses, labels inside a "
+                   "clipping polygon",
+                   triangleMeshClipping()) &&
         writeScene(directory + "level-surface-grid.iv",
                    "An isosurface of a regular grid coloured by a second value set",
                    levelSurfaceGrid()) &&

@@ -25,15 +25,20 @@
 #include <Quillon/graph/PoBaseAxis.h>
 #include <Quillon/graph/PoCartesianAxis.h>
 #include <Quillon/graph/PoClassRegistration.h>
+#include <Quillon/graph/PoCurve.h>
 #include <Quillon/graph/PoDebugError.h>
 #include <Quillon/graph/PoHistogram.h>
+#include <Quillon/graph/PoItemLegend.h>
+#include <Quillon/graph/PoLegend.h>
 #include <Quillon/graph/PoLibraryReference.h>
 #include <Quillon/graph/PoLinearAxis.h>
+#include <Quillon/graph/PoLinearValueLegend.h>
 #include <Quillon/graph/PoMultipleHistogram.h>
 #include <Quillon/graph/PoPieChart.h>
 #include <Quillon/graph/PoPieChart2D.h>
 #include <Quillon/graph/PoPlotwright.h>
 #include <Quillon/graph/PoSingleHistogram.h>
+#include <Quillon/graph/PoValueLegend.h>
 
 #include <Quillon/nodes/PoBevelEdge.h>
 #include <Quillon/nodes/PoBevelEdgeElement.h>
@@ -147,6 +152,7 @@
 #include <Quillon/3Ddata/PoMesh.h>
 #include <Quillon/3Ddata/PoMesh2D.h>
 #include <Quillon/3Ddata/PoMesh3D.h>
+#include <Quillon/3Ddata/PoMeshContouring.h>
 #include <Quillon/3Ddata/PoMeshCrossContour.h>
 #include <Quillon/3Ddata/PoMeshCrossSection.h>
 #include <Quillon/3Ddata/PoMeshFilled.h>

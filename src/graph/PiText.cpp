@@ -395,20 +395,38 @@ float PiText::pathAngle() const {
 }
 
 SbBox2f PiText::getBox(const SbString& text) const {
-    const std::vector<SbBox2f> extents = measureLines(getLines(text));
-    const float lastBaseline = -static_cast<float>(extents.size() - 1) * m_size;
-    const float firstBaseline = justificationOffsetY(lastBaseline, CAP_HEIGHT * m_size);
+    const std::vector<SbString> lines = getLines(text);
+    const float lastBaseline = -static_cast<float>(lines.size() - 1) * m_size;
     SbBox2f box;
+    extendByLines(box, lines,
+                  SbVec2f(0.0f, justificationOffsetY(lastBaseline, CAP_HEIGHT * m_size)),
+                  m_horizontal);
+    return box;
+}
+
+SbBox2f PiText::getBoxWithExponent(const SbString& text, const SbString& exponent) const {
+    SbVec2f textOrigin, exponentOrigin;
+    const PiText small = exponentLayout(text, exponent, textOrigin, exponentOrigin);
+    SbBox2f box;
+    extendByLines(box, {text}, textOrigin, JUSTIFY_LEFT);
+    small.extendByLines(box, {exponent}, exponentOrigin, JUSTIFY_LEFT);
+    return box;
+}
+
+// Extends box by what the lines cover in the plane, the first baseline's
+// origin at origin in the text's frame, each line justified there.
+void PiText::extendByLines(SbBox2f& box, const std::vector<SbString>& lines, const SbVec2f& origin,
+                           HorizontalJustification justification) const {
+    const std::vector<SbBox2f> extents = measureLines(lines);
     for (size_t i = 0; i < extents.size(); ++i) {
         const SbBox2f& extent = extents[i];
         if (extent.isEmpty())
             continue;
-        const SbVec2f shift(lineOffsetX(m_horizontal, extent.getMax()[0]),
-                            firstBaseline - static_cast<float>(i) * m_size);
+        const SbVec2f shift = origin + SbVec2f(lineOffsetX(justification, extent.getMax()[0]),
+                                               -static_cast<float>(i) * m_size);
         box.extendBy(toPlane(extent.getMin() + shift));
         box.extendBy(toPlane(extent.getMax() + shift));
     }
-    return box;
 }
 
 void PiText::getCorners(const SbString& text, const SbVec3f& position, float angle, float margin,
@@ -435,19 +453,35 @@ SoNode* PiText::build(const SbString& text, const SbVec3f& position, float angle
     return buildLines(lines, m_size, offset, m_horizontal, position, angle);
 }
 
-SoNode* PiText::buildWithExponent(const SbString& text, const SbString& exponent,
-                                  const SbVec3f& position, float angle) const {
+SoNode* PiText::buildCentered(const SbString& text, const SbVec3f& position) const {
+    const SbBox2f box = getBox(text);
+    if (box.isEmpty())
+        return build(text, position);
+    const SbVec2f middle = 0.5f * (box.getMin() + box.getMax());
+    return build(text, position - SbVec3f(middle[0], middle[1], 0.0f));
+}
+
+PiText PiText::exponentLayout(const SbString& text, const SbString& exponent, SbVec2f& textOrigin,
+                              SbVec2f& exponentOrigin) const {
     PiText small(*this);
     small.m_size = s_exponentScale * m_size;
     const float width = getWidth(text);
     const float raise = s_exponentRaise * CAP_HEIGHT * m_size;
     const float capTop = raise + CAP_HEIGHT * small.m_size;
-    const SbVec2f offset(lineOffsetX(m_horizontal, width + small.getWidth(exponent)),
-                         justificationOffsetY(0.0f, capTop));
+    textOrigin.setValue(lineOffsetX(m_horizontal, width + small.getWidth(exponent)),
+                        justificationOffsetY(0.0f, capTop));
+    exponentOrigin = textOrigin + SbVec2f(width, raise);
+    return small;
+}
+
+SoNode* PiText::buildWithExponent(const SbString& text, const SbString& exponent,
+                                  const SbVec3f& position, float angle) const {
+    SbVec2f textOrigin, exponentOrigin;
+    const PiText small = exponentLayout(text, exponent, textOrigin, exponentOrigin);
     auto* group = new SoSeparator;
-    group->addChild(buildLines({text}, m_size, offset, JUSTIFY_LEFT, position, angle));
-    group->addChild(buildLines({exponent}, small.m_size, offset + SbVec2f(width, raise),
-                               JUSTIFY_LEFT, position, angle));
+    group->addChild(buildLines({text}, m_size, textOrigin, JUSTIFY_LEFT, position, angle));
+    group->addChild(
+        buildLines({exponent}, small.m_size, exponentOrigin, JUSTIFY_LEFT, position, angle));
     return group;
 }
 

@@ -95,6 +95,8 @@ public:
     float getHeight(const SbString& text) const;
     // What the drawn text covers, around its anchor, path included.
     SbBox2f getBox(const SbString& text) const;
+    // What buildWithExponent draws, around its anchor, path included.
+    SbBox2f getBoxWithExponent(const SbString& text, const SbString& exponent) const;
     // The corners of getBox grown by margin on every side, turned and
     // placed as build() places the text, counterclockwise.
     void getCorners(const SbString& text, const SbVec3f& position, float angle, float margin,
@@ -104,6 +106,10 @@ public:
     // position, turned by angle (radians, counterclockwise about +Z) on top
     // of the path.
     SoNode* build(const SbString& text, const SbVec3f& position, float angle = 0.0f) const;
+    // The same with the middle of what the text's glyphs cover at position,
+    // whatever the justification: markers such as "." or "+" stand on
+    // their point.
+    SoNode* buildCentered(const SbString& text, const SbVec3f& position) const;
     // The same for a one-line text followed by a smaller, raised exponent
     // (a power of ten such as 10 and 3), justified as one text.
     SoNode* buildWithExponent(const SbString& text, const SbString& exponent,
@@ -123,6 +129,12 @@ private:
     float toolkitFontSize(float size) const;
     std::vector<SbBox2f> measureLines(const std::vector<SbString>& lines) const;
     float justificationOffsetY(float lastBaseline, float capTop) const;
+    // The exponent's text, and the origins of the text's and the
+    // exponent's baselines in the text's frame.
+    PiText exponentLayout(const SbString& text, const SbString& exponent, SbVec2f& textOrigin,
+                          SbVec2f& exponentOrigin) const;
+    void extendByLines(SbBox2f& box, const std::vector<SbString>& lines, const SbVec2f& origin,
+                       HorizontalJustification justification) const;
     void setFacingEdge(int quarterTurnsOfSide);
     float pathAngle() const;
     SbVec2f toPlane(const SbVec2f& point) const;

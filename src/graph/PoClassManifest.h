@@ -14,10 +14,15 @@
 // Chart node kits.
 #define PO_CHART_KIT_CLASSES(X)                                                                    \
     X(PoPlotwright)                                                                                \
+    X(PoCurve)                                                                                     \
     X(PoBaseAxis)                                                                                  \
     X(PoAxis)                                                                                      \
     X(PoCartesianAxis)                                                                             \
     X(PoLinearAxis)                                                                                \
+    X(PoLegend)                                                                                    \
+    X(PoItemLegend)                                                                                \
+    X(PoValueLegend)                                                                               \
+    X(PoLinearValueLegend)                                                                         \
     X(PoHistogram)                                                                                 \
     X(PoSingleHistogram)                                                                           \
     X(PoMultipleHistogram)                                                                         \
@@ -32,6 +37,7 @@
     X(PoMesh, BASES)                                                                               \
     X(PoMesh2D, SURFACES)                                                                          \
     X(PoMeshFilled, SURFACES)                                                                      \
+    X(PoMeshContouring, SURFACES)                                                                  \
     X(PoMesh3D, VOLUMES)                                                                           \
     X(PoMeshLevelSurf, VOLUMES)                                                                    \
     X(PoMeshCrossSection, VOLUMES)                                                                 \

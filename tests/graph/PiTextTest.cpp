@@ -170,6 +170,12 @@ TEST_F(PiTextTest, ExponentsStandRaisedAfterTheirTextAndJustifyWithIt) {
     EXPECT_GT(exponent.getMin()[1], base.getMin()[1] + 0.3f);
     EXPECT_GT(exponent.getMax()[1], base.getMax()[1] + 0.15f);
     EXPECT_LT(exponent.getMax()[1] - exponent.getMin()[1], base.getMax()[1] - base.getMin()[1]);
+    // The measured box is what both cover.
+    const SbBox2f measured = text.getBoxWithExponent("x10", "3");
+    EXPECT_NEAR(measured.getMin()[0] + 1, base.getMin()[0], 0.03f);
+    EXPECT_NEAR(measured.getMax()[0] + 1, exponent.getMax()[0], 0.03f);
+    EXPECT_NEAR(measured.getMin()[1] + 2, base.getMin()[1], 0.03f);
+    EXPECT_NEAR(measured.getMax()[1] + 2, exponent.getMax()[1], 0.03f);
     node->unref();
 }
 

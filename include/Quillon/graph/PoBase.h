@@ -240,6 +240,13 @@ protected:
 
     void setDomainTransform(const PbDomain* domain);
     void changeConnection(PbBase* oldObject, PbBase* newObject);
+    // Moves the kit's connection from the object that member holds to
+    // object, stores it and asks for a rebuild.
+    template <class Object> void connectObject(Object*& member, Object* object) {
+        changeConnection(member, object);
+        member = object;
+        touchKit();
+    }
     void rebuildCache(SoCache** cache);
 
     void setLightModel(SoLightModel::Model model);

@@ -70,14 +70,6 @@ protected:
     // Leaves the part out of what is written.
     void markPartDefault(const char* part);
 
-    // Moves the kit's connection from the object that member holds to
-    // object, stores it and asks for a rebuild.
-    template <class Object> void connectObject(Object*& member, Object* object) {
-        changeConnection(member, object);
-        member = object;
-        touchKit();
-    }
-
 private:
     PbMiscTextAttr* m_miscTextAttr = nullptr;
 };

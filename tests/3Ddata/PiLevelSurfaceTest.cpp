@@ -1,4 +1,5 @@
 #include <Quillon/3Ddata/PbCartesianGrid3D.h>
+#include <Quillon/3Ddata/PbHexahedronMesh3D.h>
 #include <Quillon/3Ddata/PbIndexedMesh3D.h>
 #include <Quillon/3Ddata/PbParalCartesianGrid3D.h>
 #include <Quillon/3Ddata/PbRegularCartesianGrid3D.h>
@@ -135,6 +136,23 @@ std::vector<float> randomInsideValues(const meshtest::VolumeBlock& block, int n,
     return values;
 }
 
+// The block as an indexed mesh, and as a mesh of its one cell kind when
+// there is such a mesh class.
+std::vector<std::unique_ptr<PbMesh3D>> meshesOf(const meshtest::VolumeBlock& block,
+                                                BlockCells kind) {
+    std::vector<std::unique_ptr<PbMesh3D>> meshes;
+    const float *x = block.x.data(), *y = block.y.data(), *z = block.z.data();
+    meshes.push_back(std::make_unique<PbIndexedMesh3D>(block.numNodes, x, y, z, block.numCells,
+                                                       block.types.data(), block.cells.data()));
+    if (kind == BlockCells::TETRAHEDRA)
+        meshes.push_back(std::make_unique<PbTetrahedronMesh3D>(block.numNodes, x, y, z,
+                                                               block.numCells, block.cells.data()));
+    if (kind == BlockCells::HEXAHEDRA)
+        meshes.push_back(std::make_unique<PbHexahedronMesh3D>(block.numNodes, x, y, z,
+                                                              block.numCells, block.cells.data()));
+    return meshes;
+}
+
 class PiLevelSurfaceTest : public LibraryTest {};
 
 } // namespace
@@ -148,13 +166,14 @@ TEST_F(PiLevelSurfaceTest, RandomFieldsGiveClosedSurfacesOnEdgesOfOneCell) {
                 SCOPED_TRACE("kind " + std::to_string(int(kind)) + " seed " + std::to_string(seed) +
                              " style " + std::to_string(style));
                 meshtest::VolumeBlock block = meshtest::makeVolumeBlock(n, kind, 0.2f, seed);
-                PbIndexedMesh3D mesh(block.numNodes, block.x.data(), block.y.data(), block.z.data(),
-                                     block.numCells, block.types.data(), block.cells.data());
                 std::vector<float> values = randomInsideValues(block, n, seed);
-                PiLevelSurface surface;
-                ASSERT_EQ(build(surface, mesh, values.data(), 0.5f, style), PiLevelSurface::BUILT);
-                EXPECT_GT(surface.getNumFaces(), 0);
-                expectSurfaceProperties(mesh, values, 0.5f, surface, true);
+                for (const auto& mesh : meshesOf(block, kind)) {
+                    PiLevelSurface surface;
+                    ASSERT_EQ(build(surface, *mesh, values.data(), 0.5f, style),
+                              PiLevelSurface::BUILT);
+                    EXPECT_GT(surface.getNumFaces(), 0);
+                    expectSurfaceProperties(*mesh, values, 0.5f, surface, true);
+                }
             }
 }
 

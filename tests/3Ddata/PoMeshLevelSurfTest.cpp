@@ -13,7 +13,9 @@
 #include "support/TetBlock.h"
 
 #include <Inventor/nodes/SoCoordinate3.h>
+#include <Inventor/nodes/SoIndexedFaceSet.h>
 #include <Inventor/nodes/SoIndexedShape.h>
+#include <Inventor/nodes/SoIndexedTriangleStripSet.h>
 
 #include <cmath>
 #include <cstdlib>
@@ -121,6 +123,35 @@ TEST_F(VolumeKitTest, TopologyIsKeptForANewColouringOnlyAndFollowsValuesIndex) {
         traverse();
         EXPECT_EQ(kit->getNumLevelSurfCuts(), step.cuts) << step.change;
     }
+}
+
+// The strip preference draws the same triangles as strips or as faces.
+TEST_F(VolumeKitTest, StripPreferenceChoosesStripsOrFaces) {
+    auto* kit = addKit<PoMeshLevelSurf>();
+    kit->valuesIndexForLevel = 2;
+    kit->levelValue = 4.5f;
+    traverse();
+    SoNode* group = kit->getPart("groupLevelSurf", FALSE);
+    auto* strips = firstIn<SoIndexedTriangleStripSet>(group);
+    ASSERT_NE(strips, nullptr);
+    EXPECT_EQ(firstIn<SoIndexedFaceSet>(group), nullptr);
+    int numTriangles = 0;
+    for (int i = 0, run = 0; i < strips->coordIndex.getNum(); ++i)
+        if (strips->coordIndex[i] < 0)
+            numTriangles += run - 2, run = 0;
+        else
+            ++run;
+
+    setenv("TEK_3DDATA_USE_TRIANGLE_STRIP_SET", "false", 1);
+    kit->coloringType = PoMesh::COLOR_MAPPING;
+    traverse();
+    unsetenv("TEK_3DDATA_USE_TRIANGLE_STRIP_SET");
+    group = kit->getPart("groupLevelSurf", FALSE);
+    EXPECT_EQ(firstIn<SoIndexedTriangleStripSet>(group), nullptr);
+    Drawn faces = drawnIn(kit, "groupLevelSurf");
+    ASSERT_NE(firstIn<SoIndexedFaceSet>(group), nullptr);
+    EXPECT_EQ(static_cast<int>(faces.coordIndex.size()), 4 * numTriangles);
+    EXPECT_EQ(kit->getNumLevelSurfCuts(), 2u);
 }
 
 // A level equal to node values is moved up by 1 % of the distance to the

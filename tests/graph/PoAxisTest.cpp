@@ -9,7 +9,6 @@
 #include <Inventor/SbBox3f.h>
 #include <Inventor/SbViewportRegion.h>
 #include <Inventor/actions/SoGetBoundingBoxAction.h>
-#include <Inventor/nodekits/SoNodekitCatalog.h>
 #include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoMatrixTransform.h>
 
@@ -41,37 +40,8 @@ protected:
     }
 };
 
-TEST_F(PoAxisTest, TheCatalogueGroupsEachPartWithItsSeparatorAndAppearance) {
-    // The catalogue is made with the first kit.
-    const SoNodekitCatalog* catalog = addAxis()->getNodekitCatalog();
-    const char* grouped[] = {"body",         "arrow",        "title",
-                             "subGradTick",  "subGradGrid",  "mainGradTick",
-                             "mainGradGrid", "mainGradText", "multFactor"};
-    auto expectPart = [&](const std::string& name, const char* parent, const char* type,
-                          bool isPublic) {
-        const int number = catalog->getPartNumber(SbName(name.c_str()));
-        ASSERT_GE(number, 0) << name;
-        EXPECT_STREQ(catalog->getParentName(number).getString(), parent) << name;
-        EXPECT_STREQ(catalog->getType(number).getName().getString(), type) << name;
-        EXPECT_EQ(catalog->isPublic(number), isPublic) << name;
-        EXPECT_TRUE(catalog->isNullByDefault(number)) << name;
-    };
-    expectPart("transform", "alternateRep", "MatrixTransform", true);
-    for (const char* part : grouped) {
-        const std::string name(part);
-        expectPart(name + "Sep", "alternateRep", "Separator", false);
-        expectPart(name + "App", (name + "Sep").c_str(), "AppearanceKit", true);
-        expectPart(name, (name + "Sep").c_str(), "Group", true);
-    }
-    // The parts follow one another in that order.
-    int previous = catalog->getPartNumber("transform");
-    for (const char* part : grouped) {
-        const int number = catalog->getPartNumber(SbName((std::string(part) + "Sep").c_str()));
-        EXPECT_GT(number, previous) << part;
-        previous = number;
-    }
-}
-
+// Only the positions and paths depend on the type; a value set by the user
+// is left alone, and the add string's DEPEND is never resolved.
 TEST_F(PoAxisTest, DependValuesResolvePerType) {
     OpenAxis* axis = addAxis();
     using A = PoAxis;
@@ -80,25 +50,18 @@ TEST_F(PoAxisTest, DependValuesResolvePerType) {
         axis->setDefaultAttr(type);
         const OpenAxis::AxisAttr& a = axis->m_attr;
         const bool xy = type == 0;
-        EXPECT_EQ(a.gradVisibility, A::VISIBILITY_ON) << type;
         EXPECT_EQ(a.gradPosition, xy ? A::GRAD_BELOW : A::GRAD_ABOVE) << type;
         EXPECT_EQ(a.gradPath, xy ? A::PATH_RIGHT : A::PATH_DOWN) << type;
-        EXPECT_EQ(a.titleVisibility, A::VISIBILITY_OFF) << type;
         EXPECT_EQ(a.titlePosition, xy ? A::TITLE_MIDDLE : A::TITLE_END) << type;
         EXPECT_EQ(a.titlePath, xy ? A::PATH_RIGHT : A::PATH_DOWN) << type;
-        EXPECT_EQ(a.arrowVisibility, A::VISIBILITY_ON) << type;
         EXPECT_EQ(a.gridVisibility, A::VISIBILITY_OFF) << type;
-        EXPECT_EQ(a.tickVisibility, A::VISIBILITY_ON) << type;
-        EXPECT_EQ(a.reverseFlag, A::AXIS_NO_REVERSE) << type;
     }
-    // Values set by the user, and any other argument, are left alone.
     axis->gradPath = A::PATH_UP;
     axis->saveAxisAttr();
     axis->setDefaultAttr(7);
     EXPECT_EQ(axis->m_attr.gradPosition, A::GRAD_DEPEND);
     axis->setDefaultAttr(0);
     EXPECT_EQ(axis->m_attr.gradPath, A::PATH_UP);
-    // The add string's DEPEND is never resolved.
     EXPECT_EQ(axis->m_attr.gradAddStringVisibility, A::VISIBILITY_DEPEND);
 }
 
@@ -175,8 +138,15 @@ void expectCoords(const std::vector<float>& actual, const std::vector<float>& ex
 
 TEST_F(PoAxisTest, MainAndSubGraduationsForBothDefinitions) {
     OpenAxis* axis = addAxis();
-    const std::vector<float> candidates = coordsOf(6, 0.2f, 0.2f); // 0.2 to 1.2
+    const std::vector<float> all = coordsOf(6, 0.2f, 0.2f); // 0.2 to 1.2
     const std::vector<SbString> texts = {"a", "b", "c", "d", "e", "f"};
+    const std::vector<std::string> allTexts = {"a", "b", "c", "d", "e", "f"},
+                                   bcde = {"b", "c", "d", "e"};
+    const auto PER = PoAxis::PERIOD_MAIN_TICK, NUM = PoAxis::NUM_SUB_TICK;
+    const std::vector<float> halves = {0.0f, 0.1f, 0.3f, 0.5f, 0.7f, 0.9f, 1.1f, 1.3f};
+    const std::vector<float> quarters = {
+        -0.05f, 0.0f,  0.05f, 0.1f, 0.15f, 0.2f,  0.25f, 0.3f,  0.35f, 0.45f, 0.5f, 0.55f, 0.65f,
+        0.7f,   0.75f, 0.85f, 0.9f, 0.95f, 1.05f, 1.1f,  1.15f, 1.2f,  1.25f, 1.3f, 1.35f};
     const struct {
         PoAxis::TickSubDef def;
         int period, first, last;
@@ -185,79 +155,18 @@ TEST_F(PoAxisTest, MainAndSubGraduationsForBothDefinitions) {
         std::vector<std::string> mainTexts;
         int workingPeriod;
     } cases[] = {
-        {PoAxis::PERIOD_MAIN_TICK,
-         1,
-         1,
-         1,
-         0.2f,
-         1.2f,
-         0.2f,
-         candidates,
-         {},
-         {"a", "b", "c", "d", "e", "f"},
-         1},
-        {PoAxis::PERIOD_MAIN_TICK,
-         2,
-         1,
-         1,
-         0.2f,
-         1.2f,
-         0.2f,
-         {0.2f, 0.6f, 1.0f},
-         {0.4f, 0.8f, 1.2f},
-         {"a", "c", "e"},
-         2},
+        {PER, 1, 1, 1, 0.2f, 1.2f, 0.2f, all, {}, allTexts, 1},
+        {PER, 2, 1, 1, 0.2f, 1.2f, 0.2f, {0.2f, 0.6f, 1}, {0.4f, 0.8f, 1.2f}, {"a", "c", "e"}, 2},
         // The first candidate turns sub, and the last two.
-        {PoAxis::PERIOD_MAIN_TICK,
-         1,
-         2,
-         3,
-         0.2f,
-         1.2f,
-         0.2f,
-         {0.4f, 0.6f, 0.8f},
-         {0.2f, 1.0f, 1.2f},
-         {"b", "c", "d"},
-         1},
+        {PER, 1, 2, 3, 0.2f, 1.2f, 0.2f, {0.4f, 0.6f, 0.8f}, {0.2f, 1, 1.2f}, {"b", "c", "d"}, 1},
         // Sub graduations between the mains and on toward both limits.
-        {PoAxis::NUM_SUB_TICK,
-         1,
-         1,
-         1,
-         -0.07f,
-         1.37f,
-         0.2f,
-         candidates,
-         {0.0f, 0.1f, 0.3f, 0.5f, 0.7f, 0.9f, 1.1f, 1.3f},
-         {"a", "b", "c", "d", "e", "f"},
-         1},
-        {PoAxis::NUM_SUB_TICK,
-         3,
-         2,
-         2,
-         -0.07f,
-         1.37f,
-         0.2f,
-         {0.4f, 0.6f, 0.8f, 1.0f},
-         {-0.05f, 0.0f,  0.05f, 0.1f, 0.15f, 0.2f,  0.25f, 0.3f,  0.35f, 0.45f, 0.5f, 0.55f, 0.65f,
-          0.7f,   0.75f, 0.85f, 0.9f, 0.95f, 1.05f, 1.1f,  1.15f, 1.2f,  1.25f, 1.3f, 1.35f},
-         {"b", "c", "d", "e"},
-         3},
+        {NUM, 1, 1, 1, -0.07f, 1.37f, 0.2f, all, halves, allTexts, 1},
+        {NUM, 3, 2, 2, -0.07f, 1.37f, 0.2f, {0.4f, 0.6f, 0.8f, 1}, quarters, bcde, 3},
         // Without a step the first two mains give the spacing.
-        {PoAxis::NUM_SUB_TICK, 1, 5, 1, 0.95f, 1.25f, 0, {1.0f, 1.2f}, {1.1f}, {"e", "f"}, 1},
+        {NUM, 1, 5, 1, 0.95f, 1.25f, 0, {1.0f, 1.2f}, {1.1f}, {"e", "f"}, 1},
         // One main and no step: no sub graduations, the working count 0.
-        {PoAxis::NUM_SUB_TICK, 4, 6, 1, 0.2f, 1.2f, 0, {1.2f}, {}, {"f"}, 0},
-        {PoAxis::NUM_SUB_TICK,
-         0,
-         1,
-         1,
-         0.2f,
-         1.2f,
-         0.2f,
-         candidates,
-         {},
-         {"a", "b", "c", "d", "e", "f"},
-         0},
+        {NUM, 4, 6, 1, 0.2f, 1.2f, 0, {1.2f}, {}, {"f"}, 0},
+        {NUM, 0, 1, 1, 0.2f, 1.2f, 0.2f, all, {}, allTexts, 0},
     };
     for (const auto& c : cases) {
         axis->tickSubDef = c.def;
@@ -266,7 +175,7 @@ TEST_F(PoAxisTest, MainAndSubGraduationsForBothDefinitions) {
         axis->tickLastGrad = c.last;
         axis->saveAxisAttr();
         std::vector<SbString> mainTexts;
-        axis->computeGradList(c.start, c.end, c.subStep, texts, candidates, mainTexts);
+        axis->computeGradList(c.start, c.end, c.subStep, texts, all, mainTexts);
         const std::string what = "definition " + std::to_string(c.def) + " period " +
                                  std::to_string(c.period) + " first " + std::to_string(c.first);
         expectCoords(axis->getMainGradCoords(), c.mains, what.c_str());

@@ -4,7 +4,6 @@
 #include "support/ErrorRecorder.h"
 #include "support/HeadlessRender.h"
 #include "support/LibraryTest.h"
-#include "support/SceneIO.h"
 #include "support/SceneSearch.h"
 
 #include <Inventor/SbBox3f.h>
@@ -274,26 +273,6 @@ TEST_F(PoCurveTest, BadInputIsReportedAndDrawnAround) {
     traverse();
     EXPECT_TRUE(errors.contains("curveRep holds 42"));
     EXPECT_EQ(partPoints(curve, "curvePoint").size(), 2u);
-}
-
-TEST_F(PoCurveTest, ScenesWriteTheFieldsButNotTheRepresentation) {
-    PoCurve* curve = addCurve({{0, 0}, {1, 2}, {2, 1}}, PoCurve::CURVE_SMOOTH);
-    curve->isCurveFilled = TRUE;
-    curve->markerFilterType = PoCurve::ALL_POINTS;
-    curve->set("curvePointApp.material", "diffuseColor 1 0 0");
-    traverse();
-    const std::string text = SceneIO::write(curve);
-    EXPECT_EQ(text.find("Coordinate3"), std::string::npos) << text;
-    EXPECT_EQ(text.find("Text3"), std::string::npos) << text;
-    EXPECT_NE(text.find("curvePointApp"), std::string::npos) << text;
-    SoNode* copy = SceneIO::read(text);
-    ASSERT_NE(copy, nullptr);
-    copy->ref();
-    auto* read = static_cast<PoCurve*>(copy);
-    EXPECT_TRUE(read->point.isSame(curve->point));
-    EXPECT_EQ(read->curveRep.getValue(), PoCurve::CURVE_SMOOTH);
-    EXPECT_TRUE(read->isCurveFilled.getValue());
-    copy->unref();
 }
 
 // A curve from (0, 2) down to (10, -2), filled in red to y = 0 under a

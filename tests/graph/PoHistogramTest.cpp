@@ -9,14 +9,11 @@
 #include "support/ErrorRecorder.h"
 #include "support/HeadlessRender.h"
 #include "support/LibraryTest.h"
-#include "support/SceneIO.h"
 #include "support/SceneSearch.h"
 
 #include <Inventor/SbBox3f.h>
 #include <Inventor/SbViewportRegion.h>
 #include <Inventor/actions/SoGetBoundingBoxAction.h>
-#include <Inventor/fields/SoSFNode.h>
-#include <Inventor/lists/SoFieldList.h>
 #include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoFaceSet.h>
 #include <Inventor/nodes/SoMaterial.h>
@@ -390,29 +387,6 @@ TEST_F(PoHistogramTest, BadInputIsReportedAndDrawnAround) {
     multiple->numHistograms = -3;
     traverse();
     EXPECT_EQ(multiple->getPart("bar", FALSE), nullptr);
-}
-
-TEST_F(PoHistogramTest, ScenesWriteTheFieldsButNotTheBars) {
-    const float values[] = {1, 2};
-    auto* kit = add(new PoMultipleHistogram(SbVec2f(1, 1), 5, 2, 1, values, nullptr,
-                                            PoMultipleHistogram::ACCUMULATED));
-    traverse();
-    const std::string text = SceneIO::write(kit);
-    EXPECT_EQ(text.find("FaceSet"), std::string::npos) << text;
-    EXPECT_EQ(text.find("Text3"), std::string::npos) << text;
-    SoNode* copy = SceneIO::read(text);
-    ASSERT_NE(copy, nullptr);
-    copy->ref();
-    ASSERT_EQ(copy->getTypeId(), kit->getTypeId());
-    SoFieldList fields, copied;
-    kit->getFields(fields);
-    copy->getFields(copied);
-    for (int i = 0; i < fields.getLength(); ++i) {
-        if (!fields[i]->isOfType(SoSFNode::getClassTypeId())) {
-            EXPECT_TRUE(fields[i]->isSame(*copied[i])) << i;
-        }
-    }
-    copy->unref();
 }
 
 // ---------------------------------------------------------------- render

@@ -4,7 +4,6 @@
 #include "support/ErrorRecorder.h"
 #include "support/HeadlessRender.h"
 #include "support/LibraryTest.h"
-#include "support/SceneIO.h"
 #include "support/SceneSearch.h"
 
 #include <Inventor/nodes/SoCoordinate3.h>
@@ -226,27 +225,6 @@ TEST_F(PoItemLegendTest, ALegendWithoutAreaIsReported) {
     traverse();
     EXPECT_NE(legend->getPart("background", FALSE), nullptr);
     EXPECT_EQ(legend->getPart("box", FALSE), nullptr);
-}
-
-TEST_F(PoItemLegendTest, ScenesWriteTheFieldsButNotTheRepresentation) {
-    PoItemLegend* legend = addLegend({"first", "second"});
-    legend->titleVisibility = PoLegend::VISIBILITY_ON;
-    legend->titleString = "Title";
-    traverse();
-    const std::string text = SceneIO::write(legend);
-    EXPECT_EQ(text.find("Coordinate3"), std::string::npos) << text;
-    EXPECT_EQ(text.find("Text3"), std::string::npos) << text;
-    SoNode* copy = SceneIO::read(text);
-    ASSERT_NE(copy, nullptr);
-    copy->ref();
-    auto* read = static_cast<PoItemLegend*>(copy);
-    EXPECT_TRUE(read->item.isSame(legend->item));
-    EXPECT_TRUE(read->titleString.isSame(legend->titleString));
-    // The background keeps its black.
-    auto* material = static_cast<SoMaterial*>(read->getPart("backgroundApp.material", FALSE));
-    ASSERT_NE(material, nullptr);
-    EXPECT_EQ(material->diffuseColor[0], SbColor(0, 0, 0));
-    copy->unref();
 }
 
 // Two items, red and blue, in a legend from (0, 0) to (10, 10) filling a

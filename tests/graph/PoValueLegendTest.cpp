@@ -7,7 +7,6 @@
 #include "support/ErrorRecorder.h"
 #include "support/HeadlessRender.h"
 #include "support/LibraryTest.h"
-#include "support/SceneIO.h"
 #include "support/SceneSearch.h"
 
 #include <Inventor/nodes/SoCoordinate3.h>
@@ -215,24 +214,6 @@ TEST_F(PoValueLegendTest, BadInputIsReportedAndDrawnAround) {
     legend->setDataMapping(nullptr);
     traverse();
     EXPECT_EQ(legend->getPart("box", FALSE), nullptr);
-}
-
-TEST_F(PoValueLegendTest, ScenesWriteTheFieldsAndReadThemBack) {
-    PoLinearValueLegend* legend = addLegend();
-    legend->step = 0.5f;
-    legend->incrementType = PoLegend::HORIZONTAL_INCREMENT;
-    traverse();
-    const std::string text = SceneIO::write(legend);
-    EXPECT_EQ(text.find("Coordinate3"), std::string::npos) << text;
-    SoNode* copy = SceneIO::read(text);
-    ASSERT_NE(copy, nullptr);
-    copy->ref();
-    auto* read = static_cast<PoLinearValueLegend*>(copy);
-    const SoField* fields[] = {&legend->start, &legend->end, &legend->step, &legend->incrementType};
-    const SoField* readFields[] = {&read->start, &read->end, &read->step, &read->incrementType};
-    for (int i = 0; i < 4; ++i)
-        EXPECT_TRUE(fields[i]->isSame(*readFields[i])) << i;
-    copy->unref();
 }
 
 // A bar from blue to red between (0, 0) and (2, 10), seen on 100 x 100

@@ -1,19 +1,23 @@
 // generate-meshes: writes the mesh example scenes, one mesh of each family
 // with value sets, the scenes of meshes drawn as coloured surfaces (one
 // with the value legend of its colours) and those of their contour lines,
-// through the library's own scene-file writer.  The volume and line meshes,
-// which no representation of the library draws yet, go to data/: files of
-// the mesh format, not scenes for scripts/demo, which fails on a blank
-// picture.
+// and level surfaces and sections of volume meshes, through the library's
+// own scene-file writer.  The line mesh, which no representation of the
+// library draws yet, goes to data/: a file of the mesh format, not a scene
+// for scripts/demo, which fails on a blank picture.
 //
 //   generate-meshes OUTPUT_DIRECTORY
 
 #include <Quillon/3Ddata/PbTriangleMesh2D.h>
 #include <Quillon/3Ddata/PoMeshContouring.h>
+#include <Quillon/3Ddata/PoMeshCrossContour.h>
+#include <Quillon/3Ddata/PoMeshCrossSection.h>
 #include <Quillon/3Ddata/PoMeshFilled.h>
+#include <Quillon/3Ddata/PoMeshLevelSurf.h>
 #include <Quillon/PoQuillon.h>
 #include <Quillon/graph/PoLinearValueLegend.h>
 #include <Quillon/nodes/PoCartesianGrid2D.h>
+#include <Quillon/nodes/PoCartesianGrid3D.h>
 #include <Quillon/nodes/PoIndexedMesh2D.h>
 #include <Quillon/nodes/PoIrregularMesh1D.h>
 #include <Quillon/nodes/PoIsovaluesList.h>
@@ -23,9 +27,11 @@
 #include <Quillon/nodes/PoParalCartesianGrid3D.h>
 #include <Quillon/nodes/PoPolarGrid2D.h>
 #include <Quillon/nodes/PoRegularCartesianGrid2D.h>
+#include <Quillon/nodes/PoRegularCartesianGrid3D.h>
 #include <Quillon/nodes/PoTetrahedronMesh3D.h>
 #include <Quillon/nodes/PoTriangleMesh2D.h>
 
+#include <Inventor/SbViewportRegion.h>
 #include <Inventor/SoOutput.h>
 #include <Inventor/actions/SoWriteAction.h>
 #include <Inventor/nodes/SoAnnotation.h>
@@ -40,7 +46,9 @@
 #include <Inventor/nodes/SoPerspectiveCamera.h>
 #include <Inventor/nodes/SoPolygonOffset.h>
 #include <Inventor/nodes/SoSeparator.h>
+#include <Inventor/nodes/SoTransform.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <memory>
@@ -582,6 +590,210 @@ SoNode* triangleMeshClipping() {
     return scene;
 }
 
+// ------------------------------------------------------------------------
+// Level surfaces and cross sections of volume meshes.
+
+// A volume scene: the mesh, seen from above and aside.
+SoSeparator* volumeScene(SoNode* mesh) {
+    auto* scene = new SoSeparator;
+    auto* view = new SoTransform;
+    view->rotation = SbRotation(SbVec3f(0, 0, 1), 0.5f) * SbRotation(SbVec3f(1, 0, 0), -1.0f);
+    scene->addChild(view);
+    scene->addChild(mesh);
+    return scene;
+}
+
+// A camera first in the scene, framing it closely: viewAll, which leaves
+// room for the scene's bounding sphere, then nearer.
+void frame(SoSeparator* scene) {
+    auto* camera = new SoPerspectiveCamera;
+    scene->insertChild(camera, 0);
+    camera->viewAll(scene, SbViewportRegion(800, 600));
+    SbVec3f direction;
+    camera->orientation.getValue().multVec(SbVec3f(0.0f, 0.0f, -1.0f), direction);
+    const float distance = camera->focalDistance.getValue();
+    const SbVec3f centre = camera->position.getValue() + direction * distance;
+    const float nearer = 0.4f * distance;
+    camera->focalDistance = distance - nearer;
+    camera->position = centre - direction * (distance - nearer);
+    camera->nearDistance = std::max(0.01f * distance, camera->nearDistance.getValue() - nearer);
+    camera->farDistance = camera->farDistance.getValue() - nearer;
+}
+
+// Blue, cyan, green, yellow and red evenly over [min, max], with the given
+// transparency.
+SoNode* rainbow(float min, float max, float transparency = 0.0f) {
+    auto* mapping = new PoNonLinearDataMapping2;
+    mapping->type = PoNonLinearDataMapping2::LINEAR_PER_LEVEL;
+    const SbColor colors[] = {SbColor(0.1f, 0.2f, 1.0f), SbColor(0.0f, 0.8f, 0.9f),
+                              SbColor(0.2f, 0.9f, 0.2f), SbColor(1.0f, 0.9f, 0.1f),
+                              SbColor(1.0f, 0.2f, 0.1f)};
+    for (int c = 0; c < 5; ++c) {
+        mapping->value.set1Value(c, min + (max - min) * c / 4);
+        mapping->color.set1Value(c, colors[c]);
+        mapping->transparency.set1Value(c, transparency);
+    }
+    mapping->transparencyEnabled = transparency > 0.0f;
+    return mapping;
+}
+
+// The level surface of value set 0, smooth, coloured by value set 1.
+SoNode* levelSurfaceColouredBySet1(float level) {
+    auto* surface = new PoMeshLevelSurf;
+    surface->valuesIndexForLevel = 0;
+    surface->levelValue = level;
+    surface->valuesIndex = 1;
+    surface->coloringType = PoMesh::COLOR_MAPPING;
+    surface->creaseAngle = 1.0f;
+    return surface;
+}
+
+// Three blobs on a 32 x 32 x 32 regular grid: the level 1 of their summed
+// densities, coloured by a temperature rising along z and x.
+SoNode* levelSurfaceGrid() {
+    const int side = 28;
+    const float centres[3][3] = {{-0.35f, -0.2f, -0.1f}, {0.35f, -0.1f, 0.15f}, {0.0f, 0.4f, 0.0f}};
+    std::vector<float> density, temperature;
+    for (int i = 0; i < side; ++i)
+        for (int j = 0; j < side; ++j)
+            for (int k = 0; k < side; ++k) {
+                const float p[3] = {-1.0f + 2.0f * i / (side - 1), -1.0f + 2.0f * j / (side - 1),
+                                    -1.0f + 2.0f * k / (side - 1)};
+                float sum = 0.0f;
+                for (const auto& c : centres) {
+                    float d2 = 0.0f;
+                    for (int axis = 0; axis < 3; ++axis)
+                        d2 += (p[axis] - c[axis]) * (p[axis] - c[axis]);
+                    sum += std::exp(-d2 / 0.12f);
+                }
+                density.push_back(sum);
+                temperature.push_back(20.0f + 10.0f * p[2] + 4.0f * p[0]);
+            }
+    auto* grid = new PoRegularCartesianGrid3D;
+    grid->setGeometry(side, side, side, -1.0f, -1.0f, -1.0f, 1.0f, 1.0f, 1.0f);
+    grid->mesh.addValuesSet(0, density.data(), "density");
+    grid->mesh.addValuesSet(1, temperature.data(), "temperature");
+    SoSeparator* scene = volumeScene(grid);
+    scene->addChild(rainbow(13.0f, 27.0f));
+    scene->addChild(levelSurfaceColouredBySet1(0.6f));
+    frame(scene);
+    return scene;
+}
+
+// A jittered block of tetrahedra holding a wave, cut by an oblique plane in
+// colour bands, with the section's outline drawn over it.
+SoNode* crossSectionTetrahedra() {
+    const int n = 10;
+    std::vector<float> x, y, z, wave;
+    for (int i = 0; i <= n; ++i)
+        for (int j = 0; j <= n; ++j)
+            for (int k = 0; k <= n; ++k) {
+                const bool inside = i > 0 && j > 0 && k > 0 && i < n && j < n && k < n;
+                const float jitter = inside ? 0.25f * std::sin(1.7f * i + 2.3f * j + 3.1f * k) : 0;
+                x.push_back((i + jitter) / n);
+                y.push_back((j - jitter) / n);
+                z.push_back((k + 0.5f * jitter) / n);
+                wave.push_back(std::sin(2 * kPi * x.back()) * std::cos(kPi * y.back()) + z.back());
+            }
+    // Six tetrahedra around the diagonal of each cube; their corners are
+    // given as bits: 1 along x, 2 along y, 4 along z.
+    const int tets[6][4] = {{0, 1, 3, 7}, {0, 3, 2, 7}, {0, 2, 6, 7},
+                            {0, 6, 4, 7}, {0, 4, 5, 7}, {0, 5, 1, 7}};
+    std::vector<int> cells;
+    for (int cube = 0; cube < n * n * n; ++cube)
+        for (const auto& tet : tets)
+            for (int corner : tet) {
+                const int i = cube / (n * n) + (corner & 1), j = cube / n % n + (corner >> 1 & 1),
+                          k = cube % n + (corner >> 2);
+                cells.push_back((i * (n + 1) + j) * (n + 1) + k);
+            }
+    auto* mesh = new PoTetrahedronMesh3D;
+    mesh->setGeometry(static_cast<int>(x.size()), x.data(), y.data(), z.data(),
+                      static_cast<int>(cells.size() / 4), cells.data());
+    mesh->mesh.addValuesSet(0, wave.data(), "wave");
+    SoSeparator* scene = volumeScene(mesh);
+    scene->addChild(rainbow(-1.0f, 2.0f));
+    scene->addChild(isovalues(-0.5f, 0.5f, 5));
+    SbVec3f normal(0.4f, -0.3f, 1.0f);
+    normal.normalize();
+    const SbPlane plane(normal, SbVec3f(0.5f, 0.5f, 0.5f));
+    // The section is pushed back a little so that its outline stays in
+    // front of it.
+    auto* offset = new SoPolygonOffset;
+    scene->addChild(offset);
+    auto* section = new PoMeshCrossSection;
+    section->plane = plane;
+    section->valuesIndex = 0;
+    section->coloringType = PoMesh::COLOR_CONTOURING;
+    scene->addChild(section);
+    auto* outlineColor = new SoBaseColor;
+    outlineColor->rgb.setValue(1.0f, 1.0f, 1.0f);
+    scene->addChild(outlineColor);
+    auto* width = new SoDrawStyle;
+    width->lineWidth = 2.0f;
+    scene->addChild(width);
+    auto* outline = new PoMeshCrossContour;
+    outline->plane = plane;
+    scene->addChild(outline);
+    frame(scene);
+    return scene;
+}
+
+// Three quarters of a thick cylindrical shell as a curvilinear grid.  Set
+// 0 is the squared distance (in half shell thicknesses) to a wavy ring
+// inside the shell, set 1 the angle around the axis.  The level surface of
+// set 0 is a tube along the ring, coloured by the angle; a semi-transparent
+// section across the axis shows set 0 around it.
+SoNode* levelSurfaceCylinder() {
+    const int numR = 8, numTheta = 44, numZ = 18;
+    std::vector<float> x, y, z, distance, angle;
+    for (int i = 0; i < numR; ++i)
+        for (int j = 0; j < numTheta; ++j)
+            for (int k = 0; k < numZ; ++k) {
+                const float r = 1.0f + static_cast<float>(i) / (numR - 1);
+                const float theta = 1.5f * kPi * j / (numTheta - 1);
+                const float height = 2.0f * k / (numZ - 1);
+                x.push_back(r * std::cos(theta));
+                y.push_back(r * std::sin(theta));
+                z.push_back(height);
+                const float dr = (r - 1.5f) / 0.5f;
+                const float dz = (height - 1.0f - 0.5f * std::sin(3.0f * theta)) / 0.5f;
+                distance.push_back(dr * dr + dz * dz);
+                angle.push_back(theta);
+            }
+    auto* grid = new PoCartesianGrid3D;
+    grid->setGeometry(numR, numTheta, numZ, x.data(), y.data(), z.data());
+    grid->mesh.addValuesSet(0, distance.data(), "distance to the ring");
+    grid->mesh.addValuesSet(1, angle.data(), "angle");
+    SoSeparator* scene = volumeScene(grid);
+    scene->addChild(rainbow(0.0f, 1.5f * kPi));
+    scene->addChild(levelSurfaceColouredBySet1(0.4f));
+    scene->addChild(rainbow(0.0f, 4.0f, 0.5f));
+    auto* section = new PoMeshCrossSection;
+    section->plane = SbPlane(SbVec3f(0.0f, 0.0f, 1.0f), 1.0f);
+    section->valuesIndex = 0;
+    section->coloringType = PoMesh::COLOR_MAPPING;
+    scene->addChild(section);
+    frame(scene);
+    return scene;
+}
+
+// The volume mesh cut by a plane through the point given, the section in
+// the colours of value set 0 from low to high.
+SoNode* sectionInColours(SoNode* mesh, const SbVec3f& point, float low, float high) {
+    SoSeparator* scene = volumeScene(mesh);
+    scene->addChild(rainbow(low, high));
+    auto* section = new PoMeshCrossSection;
+    SbVec3f normal(-0.2f, -0.5f, 1.0f);
+    normal.normalize();
+    section->plane = SbPlane(normal, point);
+    section->valuesIndex = 0;
+    section->coloringType = PoMesh::COLOR_MAPPING;
+    scene->addChild(section);
+    frame(scene);
+    return scene;
+}
+
 bool writeScene(const std::string& path, const char* description, SoNode* mesh) {
     auto* root = new SoSeparator;
     root->ref();
@@ -619,10 +831,13 @@ int main(int argc, char** argv) {
                    "An unstructured surface mesh of triangles and quadrangles with distances, "
                    "cell numbers and labels, filled in the colours of its distances",
                    filledInColours(surfaceMesh(), 0.0f, 2.0f)) &&
-        writeScene(directory + "data/mesh-volume-grid.iv",
-                   "A rectilinear volume grid with temperatures", volumeGrid()) &&
-        writeScene(directory + "data/mesh-volume-unstructured.iv",
-                   "A tetrahedron mesh with pressures and volume fractions", volumeMesh()) &&
+        writeScene(directory + "mesh-volume-grid.iv",
+                   "A rectilinear volume grid with temperatures, cut by a plane in their colours",
+                   sectionInColours(volumeGrid(), SbVec3f(2.0f, 1.5f, 1.0f), 14.0f, 44.0f)) &&
+        writeScene(directory + "mesh-volume-unstructured.iv",
+                   "A tetrahedron mesh with pressures and volume fractions, cut by a plane in "
+                   "the colours of its pressures",
+                   sectionInColours(volumeMesh(), SbVec3f(0.5f, 0.5f, 0.5f), 100.0f, 170.0f)) &&
         writeScene(directory + "data/mesh-line.iv", "A line mesh with two curves", lineMesh()) &&
         writeScene(directory + "filled-elevation-map.iv",
                    "Hills of a regular grid raised by their heights and coloured by them",
@@ -647,7 +862,18 @@ int main(int argc, char** argv) {
         writeScene(directory + "contouring-triangle-clipping.iv",
                    "Contour lines of a triangle mesh that no label crosses, labels inside a "
                    "clipping polygon",
-                   triangleMeshClipping());
+                   triangleMeshClipping()) &&
+        writeScene(directory + "level-surface-grid.iv",
+                   "An isosurface of a regular grid coloured by a second value set",
+                   levelSurfaceGrid()) &&
+        writeScene(directory + "cross-section-tetrahedra.iv",
+                   "A tetrahedron mesh cut by an oblique plane in colour bands, with the "
+                   "outline of the section",
+                   crossSectionTetrahedra()) &&
+        writeScene(directory + "level-surface-cylinder.iv",
+                   "A cylindrical shell with a level surface and a semi-transparent cross "
+                   "section",
+                   levelSurfaceCylinder());
     PoQuillon::finish();
     return written ? 0 : 1;
 }

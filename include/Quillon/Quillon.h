@@ -153,5 +153,8 @@
 #include <Quillon/3Ddata/PoMesh2D.h>
 #include <Quillon/3Ddata/PoMesh3D.h>
 #include <Quillon/3Ddata/PoMeshContouring.h>
+#include <Quillon/3Ddata/PoMeshCrossContour.h>
+#include <Quillon/3Ddata/PoMeshCrossSection.h>
 #include <Quillon/3Ddata/PoMeshFilled.h>
+#include <Quillon/3Ddata/PoMeshLevelSurf.h>
 #include <Quillon/3Ddata/PoVolumwright.h>

@@ -1,6 +1,7 @@
 #include <Quillon/3Ddata/PbGrid3D.h>
 
 #include <Quillon/3Ddata/PbCell.h>
+#include <Quillon/3Ddata/PoMeshCrossSection.h>
 #include <Quillon/graph/PoDebugError.h>
 
 #include "3Ddata/PiGridAxes.h"
@@ -264,4 +265,18 @@ int PbGrid3D::isAxisAlignedPlane(const SbPlane& plane) {
         if (std::fabs(normal[axis]) <= 1e-6f * normal.length())
             ++zeros;
     return zeros == 2;
+}
+
+void PbGrid3D::meshCrossSectionOnAxes(PoMeshCrossSection* kit) const {
+    const SbPlane& plane = kit->plane.getValue();
+    if (!isAxisAlignedPlane(plane)) {
+        kit->crossSectionCells(this);
+        return;
+    }
+    const SbVec3f& normal = plane.getNormal();
+    int axis = 0;
+    for (int a = 1; a < 3; ++a)
+        if (std::fabs(normal[a]) > std::fabs(normal[axis]))
+            axis = a;
+    kit->crossSectionAcrossAxis(this, axis);
 }

@@ -5,12 +5,11 @@
 
 namespace {
 
-const int s_facets[6][4] = {{0, 3, 7, 4}, {1, 5, 6, 2}, {0, 4, 5, 1},
-                            {3, 2, 6, 7}, {0, 1, 2, 3}, {4, 7, 6, 5}};
 const float s_reference[8][3] = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0},
                                  {0, 0, 1}, {1, 0, 1}, {1, 1, 1}, {0, 1, 1}};
 
-const PbCell::Shape s_shape = {6, 12, 8, PiMarchingCubeCase::s_edges, s_facets, s_reference};
+const PbCell::Shape s_shape = {
+    6, 12, 8, PiMarchingCubeCase::s_edges, PiMarchingCubeCase::s_facets, s_reference};
 
 PiMarchingCaseTable& table() {
     static PiMarchingCaseTable s_table(

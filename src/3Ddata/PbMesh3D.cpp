@@ -1,6 +1,7 @@
 #include <Quillon/3Ddata/PbMesh3D.h>
 
 #include <Quillon/3Ddata/PbCell.h>
+#include <Quillon/3Ddata/PoMeshCrossSection.h>
 
 #include <algorithm>
 #include <array>
@@ -69,4 +70,8 @@ float PbMesh3D::getLongestEdgeLength() const {
 
 int PbMesh3D::isCrossSectionOptimal(const SbPlane&) const {
     return 0;
+}
+
+void PbMesh3D::meshCrossSection(PoMeshCrossSection* kit) const {
+    kit->crossSectionCells(this);
 }

@@ -92,3 +92,7 @@ const PbCell* PbParalCartesianGrid3D::findContainingCellProtected(const SbVec3f&
                                                                   PbArrayOfInt& testedCells) const {
     return findContainingCellOnAxes(point, tolerance, pcoord, testedCells);
 }
+
+void PbParalCartesianGrid3D::meshCrossSection(PoMeshCrossSection* kit) const {
+    meshCrossSectionOnAxes(kit);
+}

@@ -5,11 +5,10 @@
 
 namespace {
 
-const int s_facets[5][4] = {
-    {0, 1, 2, 3}, {0, 4, 1, -1}, {1, 4, 2, -1}, {2, 4, 3, -1}, {3, 4, 0, -1}};
 const float s_reference[5][3] = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}, {0, 0, 1}};
 
-const PbCell::Shape s_shape = {5, 8, 5, PiMarchingPyraCase::s_edges, s_facets, s_reference};
+const PbCell::Shape s_shape = {
+    5, 8, 5, PiMarchingPyraCase::s_edges, PiMarchingPyraCase::s_facets, s_reference};
 
 // Base cases: the apex below the level and none, one, two neighbouring, two
 // opposite, three or four base nodes above it.

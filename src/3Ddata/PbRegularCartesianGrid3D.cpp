@@ -119,3 +119,7 @@ const PbCell* PbRegularCartesianGrid3D::findContainingCellProtected(
     const SbVec3f& point, float tolerance, SbVec3f& pcoord, PbArrayOfInt& testedCells) const {
     return findContainingCellOnAxes(point, tolerance, pcoord, testedCells);
 }
+
+void PbRegularCartesianGrid3D::meshCrossSection(PoMeshCrossSection* kit) const {
+    meshCrossSectionOnAxes(kit);
+}

@@ -7,10 +7,10 @@
 
 namespace {
 
-const int s_facets[4][4] = {{0, 1, 2, -1}, {0, 2, 3, -1}, {0, 3, 1, -1}, {1, 3, 2, -1}};
 const float s_reference[4][3] = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
 
-const PbCell::Shape s_shape = {4, 6, 4, PiMarchingTetraCase::s_edges, s_facets, s_reference};
+const PbCell::Shape s_shape = {
+    4, 6, 4, PiMarchingTetraCase::s_edges, PiMarchingTetraCase::s_facets, s_reference};
 
 PiMarchingCaseTable& table() {
     static PiMarchingCaseTable s_table(

@@ -5,10 +5,10 @@
 
 namespace {
 
-const int s_facets[5][4] = {{0, 1, 2, -1}, {3, 5, 4, -1}, {0, 2, 5, 3}, {1, 4, 5, 2}, {0, 3, 4, 1}};
 const float s_reference[6][3] = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 0, 1}, {0, 1, 1}};
 
-const PbCell::Shape s_shape = {5, 9, 6, PiMarchingWedgeCase::s_edges, s_facets, s_reference};
+const PbCell::Shape s_shape = {
+    5, 9, 6, PiMarchingWedgeCase::s_edges, PiMarchingWedgeCase::s_facets, s_reference};
 
 // One base case per class of node classifications under the wedge's turns
 // and complements, each the class's lowest id.

@@ -1,6 +1,7 @@
 #include "3Ddata/PiMarchingCase.h"
 
 #include <algorithm>
+#include <map>
 
 namespace {
 
@@ -82,14 +83,14 @@ void PiMarchingCase::rotateOnce(const int* nodePermutation) {
     auto turnEdge = [&](int edge) {
         if (edge < 0)
             return edge;
-        return edgeBetween(nodePermutation[getEdgeNode0(edge)],
-                           nodePermutation[getEdgeNode1(edge)]);
+        return getEdgeBetween(nodePermutation[getEdgeNode0(edge)],
+                              nodePermutation[getEdgeNode1(edge)]);
     };
     std::transform(m_edgeStripSet.begin(), m_edgeStripSet.end(), m_edgeStripSet.begin(), turnEdge);
     std::transform(m_optQuad.begin(), m_optQuad.end(), m_optQuad.begin(), turnEdge);
 }
 
-int PiMarchingCase::edgeBetween(int node0, int node1) const {
+int PiMarchingCase::getEdgeBetween(int node0, int node1) const {
     for (int edge = 0; edge < getNumEdges(); ++edge) {
         int a = getEdgeNode0(edge);
         int b = getEdgeNode1(edge);
@@ -145,8 +146,36 @@ void PiMarchingCase::expressByNodes(const std::vector<int>& edges, std::vector<i
     }
 }
 
+// A facet's crossing follows from the triangles' sides that lie on it and
+// belong to one triangle only: the surface's trace on the facet.  A node
+// above the level is cut off on its own when such a side joins the cut
+// points of its two facet edges.
+void PiMarchingCase::setFacetCrossings() {
+    m_facetCrossings.assign(getNumFacets(), FACET_UNAMBIGUOUS);
+    std::map<std::pair<int, int>, int> sideUses;
+    for (size_t i = 0; i + 3 < m_edgeFaceSet.size(); i += 4)
+        for (int corner = 0; corner < 3; ++corner) {
+            int a = m_edgeFaceSet[i + corner], b = m_edgeFaceSet[i + (corner + 1) % 3];
+            ++sideUses[std::minmax(a, b)];
+        }
+    auto isAbove = [this](int node) { return (m_id >> node) & 1; };
+    for (int facet = 0; facet < getNumFacets(); ++facet) {
+        const int* q = getFacetNodes(facet);
+        if (q[3] < 0 || isAbove(q[0]) != isAbove(q[2]) || isAbove(q[1]) != isAbove(q[3]) ||
+            isAbove(q[0]) == isAbove(q[1]))
+            continue;
+        int above = isAbove(q[0]) ? 0 : 1;
+        int before = getEdgeBetween(q[(above + 3) % 4], q[above]);
+        int after = getEdgeBetween(q[above], q[(above + 1) % 4]);
+        auto side = sideUses.find(std::minmax(before, after));
+        bool separates = side != sideUses.end() && side->second == 1;
+        m_facetCrossings[facet] = separates ? FACET_SEPARATES_ABOVE : FACET_JOINS_ABOVE;
+    }
+}
+
 void PiMarchingCase::deriveLists() {
     setFaceSet();
     setNodeStripSet();
     setNodeFaceSet();
+    setFacetCrossings();
 }

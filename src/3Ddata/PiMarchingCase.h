@@ -16,16 +16,26 @@
 // are held as edge indices too.
 class PiMarchingCase {
 public:
-    // The fixed description of a case kind: node and edge counts, the
-    // edges' end nodes and the node permutations of the quarter turns about
-    // X, Y and Z (entry i is the image of node i; null when the kind has no
-    // such turn).
+    // The fixed description of a case kind: node, edge and facet counts,
+    // the edges' end nodes, the facets' nodes (-1 in the fourth slot of a
+    // triangle) and the node permutations of the quarter turns about X, Y
+    // and Z (entry i is the image of node i; null when the kind has no such
+    // turn).
     struct Geometry {
         int numNodes;
         int numEdges;
+        int numFacets;
         const int (*edges)[2];
+        const int (*facets)[4];
         const int* turns[3];
     };
+
+    // How the surface crosses a quadrangular facet whose diagonal nodes lie
+    // on the same side (an ambiguous facet): around each of the two nodes
+    // above the level separately, or around the two nodes below, leaving
+    // those above joined across the facet.  Two cells sharing such a facet
+    // whose cases cross it differently leave a quadrangular hole there.
+    enum FacetCrossing { FACET_UNAMBIGUOUS = 0, FACET_SEPARATES_ABOVE = 1, FACET_JOINS_ABOVE = 2 };
 
     virtual ~PiMarchingCase() = default;
 
@@ -48,6 +58,13 @@ public:
     void setId(unsigned char id) { m_id = id; }
     unsigned char getBaseNumber() const { return m_baseNumber; }
     int getNumEdges() const { return m_geometry->numEdges; }
+    int getNumFacets() const { return m_geometry->numFacets; }
+    const int* getFacetNodes(int facet) const { return m_geometry->facets[facet]; }
+    // The local edge between two nodes, or -1.
+    int getEdgeBetween(int node0, int node1) const;
+    FacetCrossing getFacetCrossing(int facet) const {
+        return static_cast<FacetCrossing>(m_facetCrossings[facet]);
+    }
 
     const std::vector<int>& getEdgeStripSet() const { return m_edgeStripSet; }
     const std::vector<int>& getEdgeFaceSet() const { return m_edgeFaceSet; }
@@ -72,11 +89,11 @@ protected:
 private:
     std::unique_ptr<PiMarchingCase> rot(int count, const int* nodePermutation) const;
     void rotateOnce(const int* nodePermutation);
-    int edgeBetween(int node0, int node1) const;
     void revertStripSet();
     void setFaceSet();
     void setNodeStripSet();
     void setNodeFaceSet();
+    void setFacetCrossings();
     // Replaces each edge by its two end nodes; separators stay.
     void expressByNodes(const std::vector<int>& edges, std::vector<int>& nodes) const;
     void deriveLists();
@@ -89,4 +106,5 @@ private:
     std::vector<int> m_nodeStripSet;
     std::vector<int> m_nodeFaceSet;
     std::vector<int> m_optQuad;
+    std::vector<unsigned char> m_facetCrossings;
 };

@@ -6,9 +6,11 @@ class PiMarchingCubeCase : public PiMarchingCase {
 public:
     PiMarchingCubeCase(unsigned char baseNumber, unsigned char id);
 
-    // The edges of the hexahedron (pairs of local nodes), shared with the
-    // cell's own tables.
+    // The edges (pairs of local nodes) and the facets (local nodes, -1 in
+    // the fourth slot of a triangle) of the hexahedron, shared with the cell's
+    // own tables.
     static const int s_edges[12][2];
+    static const int s_facets[6][4];
 
 protected:
     std::unique_ptr<PiMarchingCase> clone() const override {

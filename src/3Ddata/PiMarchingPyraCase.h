@@ -7,9 +7,11 @@ class PiMarchingPyraCase : public PiMarchingCase {
 public:
     PiMarchingPyraCase(unsigned char baseNumber, unsigned char id);
 
-    // The edges of the pyramid (pairs of local nodes), shared with the
-    // cell's own tables.
+    // The edges (pairs of local nodes) and the facets (local nodes, -1 in
+    // the fourth slot of a triangle) of the pyramid, shared with the cell's
+    // own tables.
     static const int s_edges[8][2];
+    static const int s_facets[5][4];
 
 protected:
     std::unique_ptr<PiMarchingCase> clone() const override {

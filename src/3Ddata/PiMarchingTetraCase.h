@@ -8,9 +8,11 @@ class PiMarchingTetraCase : public PiMarchingCase {
 public:
     PiMarchingTetraCase(unsigned char baseNumber, unsigned char id);
 
-    // The edges of the tetrahedron (pairs of local nodes), shared with the
-    // cell's own tables.
+    // The edges (pairs of local nodes) and the facets (local nodes, -1 in
+    // the fourth slot of a triangle) of the tetrahedron, shared with the cell's
+    // own tables.
     static const int s_edges[6][2];
+    static const int s_facets[4][4];
 
 protected:
     std::unique_ptr<PiMarchingCase> clone() const override {

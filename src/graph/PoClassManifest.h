@@ -38,7 +38,10 @@
     X(PoMesh2D, SURFACES)                                                                          \
     X(PoMeshFilled, SURFACES)                                                                      \
     X(PoMeshContouring, SURFACES)                                                                  \
-    X(PoMesh3D, VOLUMES)
+    X(PoMesh3D, VOLUMES)                                                                           \
+    X(PoMeshLevelSurf, VOLUMES)                                                                    \
+    X(PoMeshCrossSection, VOLUMES)                                                                 \
+    X(PoMeshCrossContour, VOLUMES)
 
 // Traversal-state elements.
 #define PO_ELEMENT_CLASSES(X)                                                                      \

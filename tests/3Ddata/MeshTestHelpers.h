@@ -34,6 +34,21 @@ private:
     std::unique_ptr<ErrorRecorder> m_errors;
 };
 
+// The runs of a list between -1 separators (a last run without its -1
+// too).
+template <typename List> std::vector<std::vector<int>> runsOf(const List& list) {
+    std::vector<std::vector<int>> runs(1);
+    for (int value : list) {
+        if (value < 0)
+            runs.emplace_back();
+        else
+            runs.back().push_back(value);
+    }
+    if (runs.back().empty())
+        runs.pop_back();
+    return runs;
+}
+
 // Node coordinates of a cell in local order.
 using Coords = std::vector<SbVec3f>;
 

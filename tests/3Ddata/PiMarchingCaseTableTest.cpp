@@ -8,6 +8,7 @@
 #include "3Ddata/PiMarchingCaseTable.h"
 #include "3Ddata/PiMarchingCubeCase.h"
 #include "3Ddata/PiMarchingWedgeCase.h"
+#include "MeshTestHelpers.h"
 #include "support/ErrorRecorder.h"
 #include "support/LibraryTest.h"
 
@@ -31,19 +32,6 @@ std::vector<std::unique_ptr<PbVolumeCell>> volumeCells() {
 
 bool isAbove(int caseId, int node) {
     return (caseId >> node) & 1;
-}
-
-std::vector<std::vector<int>> runs(const std::vector<int>& list) {
-    std::vector<std::vector<int>> result(1);
-    for (int value : list) {
-        if (value < 0)
-            result.emplace_back();
-        else
-            result.back().push_back(value);
-    }
-    if (result.back().empty())
-        result.pop_back();
-    return result;
 }
 
 // The facet of the reference cell holding both edges, or -1.
@@ -78,7 +66,7 @@ void checkSurface(const PbCell& cell, int id, const PiMarchingCase& mc) {
     EXPECT_EQ(used, cut);
 
     std::map<std::pair<int, int>, int> sides;
-    for (const std::vector<int>& triangle : runs(mc.getEdgeFaceSet())) {
+    for (const std::vector<int>& triangle : meshtest::runsOf(mc.getEdgeFaceSet())) {
         ASSERT_EQ(triangle.size(), 3u);
         SbVec3f points[3], up(0, 0, 0);
         for (int i = 0; i < 3; ++i) {
@@ -111,7 +99,7 @@ void checkOptionalQuadrangles(const PbCell& cell, int id, const PiMarchingCase& 
             isAbove(id, f[1]) == isAbove(id, f[3]) && isAbove(id, f[0]) != isAbove(id, f[1]))
             ambiguous.insert(facet);
     }
-    for (const std::vector<int>& quad : runs(mc.getOptQuad())) {
+    for (const std::vector<int>& quad : meshtest::runsOf(mc.getOptQuad())) {
         ASSERT_EQ(quad.size(), 4u);
         int facet = commonFacet(cell, quad[0], quad[1]);
         EXPECT_EQ(commonFacet(cell, quad[2], quad[3]), facet);
@@ -170,6 +158,37 @@ TEST_F(PiMarchingCaseTableTest, ComplementsFlipStripsAndQuadrangles) {
     EXPECT_EQ(reverse->getId(), 246);
     EXPECT_EQ(reverse->getEdgeFaceSet(),
               (std::vector<int>{2, 11, 0, -1, 0, 11, 8, -1, 6, 10, 5, -1}));
+}
+
+// On a facet whose diagonal nodes lie on the same side, a case and its
+// complement cross differently: the nodes that one cuts off, the other
+// joins.  Case 5 (nodes 0 and 2 above) cuts them off on the bottom facet.
+TEST_F(PiMarchingCaseTableTest, ComplementsCrossAmbiguousFacetsTheOtherWay) {
+    PbHexahedronCell cell;
+    EXPECT_EQ(cell.getMCcase(5)->getFacetCrossing(4), PiMarchingCase::FACET_SEPARATES_ABOVE);
+    EXPECT_EQ(cell.getMCcase(250)->getFacetCrossing(4), PiMarchingCase::FACET_JOINS_ABOVE);
+    EXPECT_EQ(cell.getMCcase(5)->getFacetCrossing(0), PiMarchingCase::FACET_UNAMBIGUOUS);
+    int ambiguous = 0;
+    for (const auto& kind : volumeCells()) {
+        int numCases = 1 << kind->getNumNodes();
+        for (int id = 1; id + 1 < numCases; ++id) {
+            const PiMarchingCase* mc = kind->getMCcase(static_cast<unsigned char>(id));
+            const PiMarchingCase* complement = kind->getMCcase(mc->getRevertId());
+            for (int facet = 0; facet < mc->getNumFacets(); ++facet) {
+                PiMarchingCase::FacetCrossing crossing = mc->getFacetCrossing(facet);
+                if (crossing == PiMarchingCase::FACET_UNAMBIGUOUS) {
+                    EXPECT_EQ(complement->getFacetCrossing(facet), crossing);
+                    continue;
+                }
+                ++ambiguous;
+                EXPECT_NE(complement->getFacetCrossing(facet), crossing)
+                    << kind->getNumNodes() << " nodes, case " << id << ", facet " << facet;
+            }
+        }
+    }
+    // Six facets of the hexahedron, the base of the pyramid and three
+    // facets of the wedge, each ambiguous for two of its classifications.
+    EXPECT_EQ(ambiguous, 6 * 2 * 16 + 1 * 2 * 2 + 3 * 2 * 4);
 }
 
 // The node and edge images of the hexahedron's turns, as listed for the case

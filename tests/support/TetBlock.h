@@ -35,13 +35,11 @@ inline BlockNodes makeBlockNodes(int n, float jitter = 0.0f, unsigned seed = 1) 
     return nodes;
 }
 
-inline TetBlock makeTetBlock(int n, float jitter = 0.0f, unsigned seed = 1) {
-    TetBlock block;
-    static_cast<BlockNodes&>(block) = makeBlockNodes(n, jitter, seed);
+// Calls fn(hex) for every hexahedron (i, j, k) of the block, in that order,
+// with its eight nodes in the hexahedron's local order.
+template <class Fn> void forEachBlockHexahedron(int n, Fn fn) {
     int side = n + 1;
     auto node = [side](int i, int j, int k) { return (i * side + j) * side + k; };
-    static const int tets[6][4] = {{0, 1, 2, 6}, {0, 2, 3, 6}, {0, 3, 7, 6},
-                                   {0, 7, 4, 6}, {0, 4, 5, 6}, {0, 5, 1, 6}};
     for (int i = 0; i < n; ++i)
         for (int j = 0; j < n; ++j)
             for (int k = 0; k < n; ++k) {
@@ -53,10 +51,21 @@ inline TetBlock makeTetBlock(int n, float jitter = 0.0f, unsigned seed = 1) {
                                     node(i + 1, j, k + 1),
                                     node(i + 1, j + 1, k + 1),
                                     node(i, j + 1, k + 1)};
-                for (const auto& tet : tets)
-                    for (int local : tet)
-                        block.cells.push_back(hex[local]);
+                fn(hex);
             }
+}
+
+inline TetBlock makeTetBlock(int n, float jitter = 0.0f, unsigned seed = 1) {
+    TetBlock block;
+    static_cast<BlockNodes&>(block) = makeBlockNodes(n, jitter, seed);
+    int side = n + 1;
+    static const int tets[6][4] = {{0, 1, 2, 6}, {0, 2, 3, 6}, {0, 3, 7, 6},
+                                   {0, 7, 4, 6}, {0, 4, 5, 6}, {0, 5, 1, 6}};
+    forEachBlockHexahedron(n, [&](const int* hex) {
+        for (const auto& tet : tets)
+            for (int local : tet)
+                block.cells.push_back(hex[local]);
+    });
     block.numNodes = side * side * side;
     block.numCells = 6 * n * n * n;
     return block;

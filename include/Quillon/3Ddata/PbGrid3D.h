@@ -77,6 +77,9 @@ protected:
     const int* cellNodes(int cellIndex) const;
     // True when the plane is perpendicular to x, y or z.
     static int isAxisAlignedPlane(const SbPlane& plane);
+    // For the grids whose nodes lie on axes: the kit's plane across an axis
+    // is cut across that axis, any other cell by cell.
+    void meshCrossSectionOnAxes(PoMeshCrossSection* kit) const;
     // Closed-form location for grids whose node (i, j, k) lies at
     // (X(i), Y(j), Z(k)): the candidate cells along each axis come from a
     // search in that axis's coordinates, and are tested in ascending cell

@@ -2,6 +2,7 @@
 #include <Quillon/3Ddata/PbMesh.h>
 #include <Quillon/QuillonApi.h>
 
+class PoMeshCrossSection;
 class SbPlane;
 
 // Base of the volume meshes: structured grids and unstructured meshes of
@@ -21,6 +22,9 @@ public:
     // where the cut cells form a single slab found without visiting the
     // others.  False here.
     virtual int isCrossSectionOptimal(const SbPlane& plane) const;
+    // Draws the section by the kit's plane through the kit, cell by cell
+    // here (PoMeshCrossSection::crossSectionCells).
+    virtual void meshCrossSection(PoMeshCrossSection* kit) const;
 
 protected:
     explicit PbMesh3D(int isDataDuplicate) : PbMesh(isDataDuplicate) {}

@@ -24,6 +24,8 @@ public:
     float getLongestEdgeLength() const override;
     // True for a plane perpendicular to x, y or z.
     int isCrossSectionOptimal(const SbPlane& plane) const override;
+    // A plane across x, y or z is cut in the layer of cells it crosses.
+    void meshCrossSection(PoMeshCrossSection* kit) const override;
     // The three arrays, of numX, numY and numZ values.
     void getCoordinates(const float*& x, const float*& y, const float*& z, int& sizeX, int& sizeY,
                         int& sizeZ) const override;

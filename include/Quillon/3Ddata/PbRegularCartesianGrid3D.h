@@ -26,6 +26,8 @@ public:
     float getLongestEdgeLength() const override;
     // True for a plane perpendicular to x, y or z.
     int isCrossSectionOptimal(const SbPlane& plane) const override;
+    // A plane across x, y or z is cut in the layer of cells it crosses.
+    void meshCrossSection(PoMeshCrossSection* kit) const override;
     void print(FILE* fp) const override;
 
 protected:

@@ -14,7 +14,11 @@
 #include "support/SceneIO.h"
 #include "support/TestClassRegistration.h"
 
+#include <Inventor/nodes/SoCoordinate3.h>
+#include <Inventor/nodes/SoIndexedFaceSet.h>
 #include <Inventor/nodes/SoMaterial.h>
+#include <Inventor/nodes/SoNormal.h>
+#include <Inventor/nodes/SoNormalBinding.h>
 
 #include <cmath>
 #include <limits>
@@ -36,8 +40,10 @@ public:
     const PbIsovaluesList* isovalues = nullptr;
     int rebuilds = 0;
 
+    using PoMesh::computeNormal;
     using PoMesh::getMaterial;
     using PoMesh::mapColor;
+    using PoMesh::setGroup;
 
 protected:
     ~MeshProbeKit() override = default;
@@ -208,6 +214,36 @@ TEST_F(PoMeshTest, MapColorGivesTransparenciesOnlyWithTransparency) {
         }
         material->unref();
     }
+}
+
+TEST_F(PoMeshTest, ComputedNormalsFollowTheClockwiseOrderingOfTheShapeHints) {
+    // A square counter-clockwise seen from above: clockwise hints make its
+    // normals point down.
+    auto* group = new SoSeparator;
+    group->ref();
+    auto* coordinates = new SoCoordinate3;
+    const SbVec3f points[] = {SbVec3f(0, 0, 0), SbVec3f(1, 0, 0), SbVec3f(1, 1, 0),
+                              SbVec3f(0, 1, 0)};
+    coordinates->point.setValues(0, 4, points);
+    auto* faces = new SoIndexedFaceSet;
+    const int32_t indices[] = {0, 1, 2, 3, -1};
+    faces->coordIndex.setValues(0, 5, indices);
+    group->addChild(coordinates);
+    group->addChild(faces);
+    m_kit->setGroup(group);
+    m_kit->computeNormal(faces, coordinates);
+    auto* normals = static_cast<SoNormal*>(group->getChild(1));
+    ASSERT_TRUE(normals->isOfType(SoNormal::getClassTypeId()));
+    EXPECT_EQ(static_cast<SoNormalBinding*>(group->getChild(2))->value.getValue(),
+              int(SoNormalBinding::PER_VERTEX_INDEXED));
+    EXPECT_EQ(group->getChild(3), faces);
+    ASSERT_EQ(faces->normalIndex.getNum(), 5);
+    EXPECT_EQ(faces->normalIndex[4], -1);
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_EQ(faces->normalIndex[i], i);
+        EXPECT_TRUE(normals->vector[i].equals(SbVec3f(0, 0, -1), 1e-6f));
+    }
+    group->unref();
 }
 
 TEST_F(PoMeshTest, WrittenKitsKeepTheirFieldsButNotTheComputedMaterial) {

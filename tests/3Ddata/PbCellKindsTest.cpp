@@ -102,10 +102,7 @@ TEST_F(PbCellKindsTest, NewtonInvertsTheMultilinearMaps) {
          {0.8f, 0.8f, 0.5f},
          0.65f},
         {&pyramid, {{0.2f, 0.7f, 0.25f}, {0.5f, 0.5f, 0.9f}}, {0.5f, 0.5f, 1.25f}, 0.3f},
-        {&quadrangle,
-         {{0.1f, 0.05f, 0}, {0.1f, 1, 0}, {0.9f, 0.6f, 0}},
-         {1.2f, 0.5f, 0},
-         0.25f},
+        {&quadrangle, {{0.1f, 0.05f, 0}, {0.1f, 1, 0}, {0.9f, 0.6f, 0}}, {1.2f, 0.5f, 0}, 0.25f},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.cell->getNumNodes());
@@ -119,9 +116,9 @@ TEST_F(PbCellKindsTest, NewtonInvertsTheMultilinearMaps) {
         EXPECT_EQ(c.cell->locatePoint(outside, c.reachingTolerance, pcoord), 1);
     }
     // The pyramid's apex weight, written out: (0.2, 0.7) on the base.
-    EXPECT_EQ(pyramid.locatePoint(SbVec3f(0.4f, 1.4f, 0) * 0.75f + SbVec3f(1, 1, 2) * 0.25f, 0,
-                                  pcoord),
-              1);
+    EXPECT_EQ(
+        pyramid.locatePoint(SbVec3f(0.4f, 1.4f, 0) * 0.75f + SbVec3f(1, 1, 2) * 0.25f, 0, pcoord),
+        1);
     EXPECT_TRUE(pcoord.equals(SbVec3f(0.2f, 0.7f, 0.25f), 1e-3f));
 
     // A unit cube's top face pressed onto its bottom one: the Jacobian vanishes.

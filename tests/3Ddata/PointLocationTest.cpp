@@ -71,8 +71,8 @@ std::unique_ptr<PbMesh> curvilinear() {
 
 // A block of hexahedra whose interior nodes are moved at random.
 std::unique_ptr<PbMesh> curvedHexahedra() {
-    meshtest::VolumeBlock block = meshtest::makeVolumeBlock(4, meshtest::BlockCells::HEXAHEDRA,
-                                                            0.25f, 3);
+    meshtest::VolumeBlock block =
+        meshtest::makeVolumeBlock(4, meshtest::BlockCells::HEXAHEDRA, 0.25f, 3);
     return std::make_unique<PbHexahedronMesh3D>(block.numNodes, block.x.data(), block.y.data(),
                                                 block.z.data(), block.numCells, block.cells.data());
 }

@@ -24,11 +24,6 @@ protected:
 
 const int s_ids[8] = {0, 1, 2, 3, 4, 5, 6, 7};
 
-// The bilinear map of the quadrangle, written out independently.
-SbVec3f bilinear(const Coords& p, float r, float s) {
-    return (1 - r) * (1 - s) * p[0] + r * (1 - s) * p[1] + r * s * p[2] + (1 - r) * s * p[3];
-}
-
 } // namespace
 
 TEST_F(PbCellKindsTest, PixelAndVoxelLocateInClosedFormFromTheirBox) {
@@ -75,7 +70,8 @@ TEST_F(PbCellKindsTest, TetrahedronLocatesInClosedFormAndForgetsTheInverseOnRefi
 
 // Points built from the cell's own weights are found back at their
 // parametric coordinates; outside ones are refused unless the tolerance
-// reaches them.  The wedge also refuses r + s > 1 with r and s in [0, 1].
+// reaches them.  The wedge also refuses r + s > 1 with r and s in [0, 1];
+// the pyramid's (r, s, t) maps to base(r, s) (1 - t) + apex t.
 TEST_F(PbCellKindsTest, NewtonInvertsTheMultilinearMaps) {
     PbHexahedronCell hexahedron; // no two faces parallel
     Coords hexNodes = {{0, 0, 0},       {2, 0, 0.2f}, {2.5f, 2, 0}, {0, 1.5f, 0.3f},
@@ -84,6 +80,12 @@ TEST_F(PbCellKindsTest, NewtonInvertsTheMultilinearMaps) {
     PbWedgeCell wedge;
     Coords wedgeNodes = {{0, 0, 0}, {2, 0, 0}, {0, 2, 0.5f}, {0, 0, 2}, {2.5f, 0, 2}, {0, 2, 2}};
     wedge.set(0, s_ids, wedgeNodes.data());
+    PbPyramidCell pyramid;
+    Coords pyramidNodes = {{0, 0, 0}, {2, 0, 0}, {2, 2, 0}, {0, 2, 0}, {1, 1, 2}};
+    pyramid.set(0, s_ids, pyramidNodes.data());
+    PbQuadrangleCell quadrangle;
+    Coords quadNodes = {{0, 0, 0}, {2, 0, 0}, {3, 2, 0}, {0, 1, 0}};
+    quadrangle.set(0, s_ids, quadNodes.data(), false);
     struct Case {
         const PbCell* cell;
         std::vector<SbVec3f> inside;
@@ -99,6 +101,8 @@ TEST_F(PbCellKindsTest, NewtonInvertsTheMultilinearMaps) {
          {{0.2f, 0.3f, 0.4f}, {0.5f, 0.5f, 0.9f}, {0.05f, 0.9f, 0.1f}},
          {0.8f, 0.8f, 0.5f},
          0.65f},
+        {&pyramid, {{0.2f, 0.7f, 0.25f}, {0.5f, 0.5f, 0.9f}}, {0.5f, 0.5f, 1.25f}, 0.3f},
+        {&quadrangle, {{0.1f, 0.05f, 0}, {0.1f, 1, 0}, {0.9f, 0.6f, 0}}, {1.2f, 0.5f, 0}, 0.25f},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.cell->getNumNodes());
@@ -111,6 +115,11 @@ TEST_F(PbCellKindsTest, NewtonInvertsTheMultilinearMaps) {
         EXPECT_TRUE(pcoord.equals(c.outside, 1e-3f));
         EXPECT_EQ(c.cell->locatePoint(outside, c.reachingTolerance, pcoord), 1);
     }
+    // The pyramid's apex weight, written out: (0.2, 0.7) on the base.
+    EXPECT_EQ(
+        pyramid.locatePoint(SbVec3f(0.4f, 1.4f, 0) * 0.75f + SbVec3f(1, 1, 2) * 0.25f, 0, pcoord),
+        1);
+    EXPECT_TRUE(pcoord.equals(SbVec3f(0.2f, 0.7f, 0.25f), 1e-3f));
 
     // A unit cube's top face pressed onto its bottom one: the Jacobian vanishes.
     Coords flat = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0},
@@ -118,38 +127,11 @@ TEST_F(PbCellKindsTest, NewtonInvertsTheMultilinearMaps) {
     hexahedron.set(0, s_ids, flat.data());
     EXPECT_EQ(hexahedron.locatePoint(SbVec3f(0.5f, 0.5f, 0), 1.0f, pcoord), 0);
     EXPECT_TRUE(meshtest::isFinite(pcoord));
-}
-
-// With the weights of the model, (r, s, t) maps to base(r, s) (1 - t) + apex t.
-TEST_F(PbCellKindsTest, PyramidNewtonLocatesWithTheApexWeight) {
-    PbPyramidCell cell;
-    Coords centred = {{0, 0, 0}, {2, 0, 0}, {2, 2, 0}, {0, 2, 0}, {1, 1, 2}};
-    cell.set(0, s_ids, centred.data());
-    SbVec3f point = SbVec3f(0.4f, 1.4f, 0) * 0.75f + SbVec3f(1, 1, 2) * 0.25f;
-    EXPECT_EQ(cell.locatePoint(point, 0, pcoord), 1);
-    EXPECT_TRUE(pcoord.equals(SbVec3f(0.2f, 0.7f, 0.25f), 1e-3f));
-    EXPECT_EQ(cell.locatePoint(SbVec3f(1, 1, 2.5f), 0, pcoord), 0);
-    EXPECT_NEAR(pcoord[2], 1.25f, 1e-3f);
-}
-
-TEST_F(PbCellKindsTest, QuadrangleNewtonInvertsTheBilinearMap) {
-    PbQuadrangleCell cell;
-    Coords coords = {{0, 0, 0}, {2, 0, 0}, {3, 2, 0}, {0, 1, 0}};
-    cell.set(0, s_ids, coords.data(), false);
-    for (float r : {0.1f, 0.9f}) {
-        for (float s : {0.05f, 0.6f, 1.0f}) {
-            ASSERT_EQ(cell.locatePoint(bilinear(coords, r, s), 0.001f, pcoord), 1);
-            EXPECT_TRUE(pcoord.equals(SbVec3f(r, s, 0), 1e-3f));
-        }
-    }
-    EXPECT_EQ(cell.locatePoint(bilinear(coords, 1.2f, 0.5f), 0, pcoord), 0);
-    EXPECT_NEAR(pcoord[0], 1.2f, 1e-3f);
-    EXPECT_EQ(cell.locatePoint(bilinear(coords, 1.2f, 0.5f), 0.25f, pcoord), 1);
-    // Area: half the cross product of the diagonals.
-    coords = {{0, 0, 0}, {3, 0, 0}, {2, 2, 0}, {1, 2, 0}};
-    cell.set(0, s_ids, coords.data(), false);
-    EXPECT_FLOAT_EQ(cell.getArea(), 4.0f);
-    EXPECT_FLOAT_EQ(cell.getLongestEdgeLength(), 3.0f);
+    // Area of a quadrangle: half the cross product of its diagonals.
+    quadNodes = {{0, 0, 0}, {3, 0, 0}, {2, 2, 0}, {1, 2, 0}};
+    quadrangle.set(0, s_ids, quadNodes.data(), false);
+    EXPECT_FLOAT_EQ(quadrangle.getArea(), 4.0f);
+    EXPECT_FLOAT_EQ(quadrangle.getLongestEdgeLength(), 3.0f);
 }
 
 TEST_F(PbCellKindsTest, QuadrangleUsesTheTwoAxesItsNormalDoesNotDominate) {

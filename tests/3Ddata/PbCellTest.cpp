@@ -6,14 +6,11 @@
 #include <Quillon/3Ddata/PbVoxelCell.h>
 #include <Quillon/3Ddata/PbWedgeCell.h>
 #include <Quillon/PoQuillon.h>
-#include <Quillon/graph/PbArrayOfFloat.h>
 #include <Quillon/graph/PbArrayOfInt.h>
 
 #include "3Ddata/MeshTestHelpers.h"
 #include "support/ErrorRecorder.h"
 #include "support/LibraryTest.h"
-
-#include <Inventor/SbPlane.h>
 
 #include <gtest/gtest.h>
 
@@ -160,7 +157,11 @@ TEST_F(PbCellTest, OutOfRangeNumbersGiveEmptyAnswersAndAMessage) {
     EXPECT_EQ(cell.getNodesLocalIndexOfEdge(12), nullptr);
     EXPECT_EQ(cell.getNodeIndex(8), -1);
     EXPECT_EQ(cell.getNodeCoord(-1), SbVec3f(0, 0, 0));
-    EXPECT_EQ(errors.messages().size(), 4u);
+    const float x[8] = {};
+    cell.set(8, nullptr, x, x, x);
+    EXPECT_TRUE(errors.contains("PbCell::set"));
+    EXPECT_EQ(cell.getIndex(), 0);
+    EXPECT_EQ(errors.messages().size(), 5u);
 }
 
 TEST_F(PbCellTest, DerivativesMatchFiniteDifferencesOfTheWeights) {
@@ -293,60 +294,4 @@ TEST_F(PbCellTest, MeasuresOrderingCaseIdsAndDegenerateCells) {
     sloped.set(0, ids.data(), s_hexRef.data());
     EXPECT_EQ(sloped.getIsosurfCaseId(std::vector<bool>(ids[0], true)), 0);
     EXPECT_TRUE(errors.contains("PbVolumeCell::getIsosurfCaseId"));
-}
-
-TEST_F(PbCellTest, FillingFromMeshArraysReadsAtTheNodeIds) {
-    float x[6] = {9, 0, 9, 2, 9, 0};
-    float y[6] = {9, 0, 9, 0, 9, 3};
-    float z[6] = {9, 1, 9, 1, 9, 1};
-    int ids[3] = {1, 3, 5};
-    PbTriangleCell triangle;
-    triangle.set(7, ids, x, y, z);
-    EXPECT_EQ(triangle.getNodeCoord(2), SbVec3f(0, 3, 1));
-    EXPECT_TRUE(triangle.hasZ());
-    triangle.set(7, ids, x, y, nullptr);
-    EXPECT_EQ(triangle.getNodeCoord(2), SbVec3f(0, 3, 0));
-    EXPECT_FALSE(triangle.hasZ());
-
-    ErrorRecorder errors;
-    triangle.set(8, nullptr, x, y, z);
-    EXPECT_TRUE(errors.contains("PbCell::set"));
-    EXPECT_EQ(triangle.getIndex(), 7);
-}
-
-TEST_F(PbCellTest, BoxCentreLongestEdgeAndCopies) {
-    PbHexahedronCell cell;
-    Coords coords;
-    for (const SbVec3f& p : s_hexRef)
-        coords.push_back(SbVec3f(1 + 2 * p[0], -1 + 3 * p[1], 4 * p[2] - p[0]));
-    cell.set(0, nullptr, coords.data());
-    float b[6];
-    cell.getBounds(b[0], b[1], b[2], b[3], b[4], b[5]);
-    EXPECT_EQ(std::vector<float>(b, b + 6), (std::vector<float>{1, -1, -1, 3, 2, 4}));
-    EXPECT_TRUE(cell.getCenter().equals(SbVec3f(2, 0.5f, 1.5f), 1e-6f));
-    EXPECT_FLOAT_EQ(cell.getLongestEdgeLength(), 4.0f);
-
-    PbHexahedronCell copy(cell);
-    cell.set(1, nullptr, s_hexRef.data());
-    EXPECT_EQ(copy.getNodeCoord(6), coords[6]);
-    EXPECT_EQ(copy.getIndex(), 0);
-}
-
-TEST_F(PbCellTest, EdgesCrossingAPlane) {
-    PbHexahedronCell cell;
-    std::vector<int> ids = meshIds(8);
-    cell.set(0, ids.data(), s_hexRef.data());
-    PbArrayOfInt edges, edgeNodes;
-    PbArrayOfFloat ratios;
-    edges.add(99);
-    cell.getEdgesCrossingPlane(SbPlane(SbVec3f(0, 0, 1), 0.25f), edges, edgeNodes, &ratios);
-    EXPECT_EQ(toVector(edges), (std::vector<int>{8, 9, 10, 11}));
-    EXPECT_EQ(toVector(edgeNodes),
-              (std::vector<int>{ids[0], ids[4], ids[1], ids[5], ids[2], ids[6], ids[3], ids[7]}));
-    ASSERT_EQ(ratios.getNum(), 4);
-    EXPECT_FLOAT_EQ(ratios[3], 0.25f);
-    // x + y = 1.5 cuts the edges around nodes 2 and 6 only.
-    cell.getEdgesCrossingPlane(SbPlane(SbVec3f(1, 1, 0), 1.5f / std::sqrt(2.0f)), edges, edgeNodes,
-                               nullptr);
-    EXPECT_EQ(toVector(edges), (std::vector<int>{1, 2, 5, 6}));
 }

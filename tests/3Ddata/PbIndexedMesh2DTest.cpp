@@ -1,7 +1,6 @@
 #include <Quillon/3Ddata/PbCell.h>
 #include <Quillon/3Ddata/PbIndexedMesh2D.h>
 #include <Quillon/3Ddata/PbQuadrangleMesh2D.h>
-#include <Quillon/3Ddata/PbTriangleMesh2D.h>
 
 #include "3Ddata/MeshTestHelpers.h"
 
@@ -180,25 +179,6 @@ TEST_F(PbIndexedMesh2DTest, ZCoordinatesCanBeReplacedPushedAndPopped) {
     EXPECT_TRUE(errors().messages().empty());
     mesh.popZCoord();
     EXPECT_TRUE(errors().contains("PbMesh2D::popZCoord"));
-}
-
-TEST_F(PbIndexedMesh2DTest, CopiesOwnTheirDataAndReferencingMeshesDoNot) {
-    float x[] = {0, 1, 0};
-    const float y[] = {0, 0, 1};
-    int cells[] = {0, 1, 2};
-    PbTriangleMesh2D duplicating(1), referencing(0);
-    duplicating.setGeometry(3, x, y, 1, cells);
-    referencing.setGeometry(3, x, y, 1, cells);
-    x[1] = 4;
-    EXPECT_FLOAT_EQ(duplicating.getArea(), 0.5f);
-    EXPECT_FLOAT_EQ(referencing.getArea(), 2.0f);
-    PbTriangleMesh2D copy(duplicating);
-    const float x2[] = {0, 2, 0};
-    duplicating.setGeometry(3, x2, y, 1, cells);
-    EXPECT_FLOAT_EQ(copy.getArea(), 0.5f);
-    EXPECT_EQ(ownerCells(copy, 2), (std::vector<int>{0}));
-    copy = duplicating;
-    EXPECT_FLOAT_EQ(copy.getArea(), 1.0f);
 }
 
 TEST_F(PbIndexedMesh2DTest, PrintsItsCells) {

@@ -191,36 +191,6 @@ TEST_F(PiMarchingCaseTableTest, ComplementsCrossAmbiguousFacetsTheOtherWay) {
     EXPECT_EQ(ambiguous, 6 * 2 * 16 + 1 * 2 * 2 + 3 * 2 * 4);
 }
 
-// The node and edge images of the hexahedron's turns, as listed for the case
-// model.
-TEST_F(PiMarchingCaseTableTest, HexahedronTurnsMoveNodesAndEdges) {
-    const std::vector<int> nodeImages[3] = {
-        {4, 0, 3, 7, 5, 1, 2, 6}, {3, 2, 6, 7, 0, 1, 5, 4}, {3, 0, 1, 2, 7, 4, 5, 6}};
-    const std::vector<int> edgeImages[3] = {{8, 3, 11, 7, 9, 1, 10, 5, 4, 0, 2, 6},
-                                            {2, 10, 6, 11, 0, 9, 4, 8, 3, 1, 5, 7},
-                                            {3, 0, 1, 2, 7, 4, 5, 6, 11, 8, 9, 10}};
-    std::vector<int> allEdges;
-    for (int edge = 0; edge < 12; ++edge)
-        allEdges.insert(allEdges.end(), {edge, -1});
-    for (int axis = 0; axis < 3; ++axis) {
-        auto turn = [axis](const PiMarchingCase& mc, int count) {
-            return axis == 0   ? mc.getRotX(count)
-                   : axis == 1 ? mc.getRotY(count)
-                               : mc.getRotZ(count);
-        };
-        for (int node = 0; node < 8; ++node) {
-            PiMarchingCubeCase mc(0, static_cast<unsigned char>(1 << node));
-            mc.setStripSet(allEdges);
-            std::unique_ptr<PiMarchingCase> turned = turn(mc, 1);
-            EXPECT_EQ(turned->getId(), 1 << nodeImages[axis][node]);
-            std::vector<int> images = turned->getEdgeStripSet();
-            images.erase(std::remove(images.begin(), images.end(), -1), images.end());
-            EXPECT_EQ(images, edgeImages[axis]) << "axis " << axis;
-            EXPECT_EQ(turn(mc, 4)->getId(), 1 << node);
-        }
-    }
-}
-
 TEST_F(PiMarchingCaseTableTest, CountedInitAndDuplicateMessages) {
     auto factory = [](unsigned char base, unsigned char id) -> std::unique_ptr<PiMarchingCase> {
         return std::make_unique<PiMarchingWedgeCase>(base, id);

@@ -84,24 +84,20 @@ TEST_F(PiTextureContouringTest, BandsStartAtTheSecondTexelAsThePreferencesSay) {
     }
 }
 
-TEST_F(PiTextureContouringTest, EachBandOfAnIrregularListSpansOneTexel) {
+// Each band of an irregular list spans one texel; a regular list scales
+// the value range instead.
+TEST_F(PiTextureContouringTest, TextureCoordinatesFollowTheBands) {
     prepare({0, 1, 10, 11}, false);
     const float t = 1.0f / 8.0f, s0 = 1.5f * t;
-    EXPECT_FLOAT_EQ(m_texture.getTextureCoord(0), s0);
-    EXPECT_FLOAT_EQ(m_texture.getTextureCoord(0.5f), s0 + 0.5f * t);
-    EXPECT_FLOAT_EQ(m_texture.getTextureCoord(1), s0 + t);
-    EXPECT_FLOAT_EQ(m_texture.getTextureCoord(5.5f), s0 + 1.5f * t);
-    EXPECT_FLOAT_EQ(m_texture.getTextureCoord(10.5f), s0 + 2.5f * t);
-    EXPECT_FLOAT_EQ(m_texture.getTextureCoord(11), s0 + 3 * t);
-    SbVec2f coords[2];
-    const float values[] = {1, 10};
-    m_texture.getTextureCoords(2, values, coords);
-    EXPECT_FLOAT_EQ(coords[1][0] - coords[0][0], t);
-}
-
-TEST_F(PiTextureContouringTest, RegularListScalesTheValueRange) {
+    const float values[] = {0, 0.5f, 1, 5.5f, 10.5f, 11};
+    const float expected[] = {s0, s0 + 0.5f * t, s0 + t, s0 + 1.5f * t, s0 + 2.5f * t, s0 + 3 * t};
+    SbVec2f coords[6];
+    m_texture.getTextureCoords(6, values, coords);
+    for (int i = 0; i < 6; ++i) {
+        EXPECT_FLOAT_EQ(m_texture.getTextureCoord(values[i]), expected[i]) << values[i];
+        EXPECT_FLOAT_EQ(coords[i][0], expected[i]) << values[i];
+    }
     prepare({0, 2, 4, 6}, false, true);
-    const float t = 1.0f / 8.0f, s0 = 1.5f * t;
     EXPECT_FLOAT_EQ(m_texture.getTextureCoord(3), s0 + 3 * (3 * t / 6));
     EXPECT_FLOAT_EQ(m_texture.getTextureCoord(-2), s0 - 2 * (3 * t / 6));
 }

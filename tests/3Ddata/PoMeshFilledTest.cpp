@@ -27,6 +27,14 @@ namespace {
 
 using namespace contourtest;
 
+// A 3 x 3 grid with the values 0 to 8 in node order.
+std::shared_ptr<PbRegularCartesianGrid2D> rampGrid() {
+    auto grid = regularGrid(3);
+    const float values[] = {0, 1, 2, 3, 4, 5, 6, 7, 8};
+    grid->addValuesSet(0, values, "values");
+    return grid;
+}
+
 class PoMeshFilledTest : public SceneTest {
 protected:
     void SetUp() override {
@@ -260,11 +268,7 @@ TEST_F(PoMeshFilledTest, BadInputDrawsWhatItCanWithoutFailing) {
 
 TEST_F(PoMeshFilledTest, DataMappingRemovedBetweenRebuildsFallsBackToTheInheritedMaterial) {
     auto* gridNode = new PoRegularCartesianGrid2D;
-    PbRegularCartesianGrid2D grid;
-    grid.setGeometry(3, 3, 0.0f, 0.0f, 1.0f, 1.0f);
-    const float values[] = {0, 1, 2, 3, 4, 5, 6, 7, 8};
-    grid.addValuesSet(0, values, "values");
-    gridNode->mesh.setValue(grid);
+    gridNode->mesh.setValue(*rampGrid());
     auto* mappingNode = new PoLinearDataMapping;
     root->insertChild(gridNode, 0);
     root->insertChild(mappingNode, 1);
@@ -281,10 +285,7 @@ TEST_F(PoMeshFilledTest, DataMappingRemovedBetweenRebuildsFallsBackToTheInherite
 // A kit that rebuilds at once hears of the mesh's end only when nothing of
 // the mesh is left to draw from, and then draws nothing.
 TEST_F(PoMeshFilledTest, AMeshDestroyedUnderAnImmediateKitLeavesItEmpty) {
-    auto grid = std::make_unique<PbRegularCartesianGrid2D>();
-    grid->setGeometry(3, 3, 0.0f, 0.0f, 1.0f, 1.0f);
-    const float values[] = {0, 1, 2, 3, 4, 5, 6, 7, 8};
-    grid->addValuesSet(0, values, "values");
+    std::shared_ptr<PbRegularCartesianGrid2D> grid = rampGrid();
     m_kit->setUpdateMethod(PoBase::UPDATE_IMMEDIATELY);
     draw(*grid, PoMesh::COLOR_MAPPING);
     ASSERT_NE(child<SoQuadMesh>(), nullptr);

@@ -14,7 +14,6 @@
 #include "support/SceneIO.h"
 #include "support/TestClassRegistration.h"
 
-#include <Inventor/nodes/SoComplexity.h>
 #include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoIndexedFaceSet.h>
 #include <Inventor/nodes/SoMaterial.h>
@@ -41,12 +40,9 @@ public:
     const PbIsovaluesList* isovalues = nullptr;
     int rebuilds = 0;
 
-    using PoMesh::adjustIsovalList;
     using PoMesh::computeNormal;
-    using PoMesh::getAdjustedIsovalues;
     using PoMesh::getMaterial;
     using PoMesh::mapColor;
-    using PoMesh::newSbVec3f;
     using PoMesh::setGroup;
 
 protected:
@@ -189,19 +185,6 @@ TEST_F(PoMeshTest, InheritedColouringDoesNotDependOnTheStatesDataMapping) {
     EXPECT_EQ(m_kit->rebuilds, rebuilds + 2);
 }
 
-TEST_F(PoMeshTest, DestroyedDataMappingIsForgotten) {
-    auto mapping = std::make_unique<PbLinearDataMapping>();
-    m_kit->setMesh(&m_grid);
-    m_kit->setDataMapping(mapping.get());
-    m_kit->valuesIndex = 0;
-    m_kit->coloringType = PoMesh::COLOR_MAPPING;
-    EXPECT_EQ(m_kit->coloring, PoMesh::COLOR_MAPPING);
-    mapping.reset();
-    EXPECT_EQ(m_kit->getDataMapping(), nullptr);
-    m_kit->touchKit();
-    EXPECT_EQ(m_kit->coloring, PoMesh::COLOR_INHERITED);
-}
-
 TEST_F(PoMeshTest, MapColorGivesTransparenciesOnlyWithTransparency) {
     m_kit->setMesh(&m_grid);
     m_kit->setDataMapping(&m_mapping);
@@ -231,53 +214,6 @@ TEST_F(PoMeshTest, MapColorGivesTransparenciesOnlyWithTransparency) {
         }
         material->unref();
     }
-}
-
-TEST_F(PoMeshTest, TextureContouringSetsTextureQualityAndAWhiteMaterial) {
-    m_kit->setMesh(&m_grid);
-    m_kit->setDataMapping(&m_mapping);
-    m_kit->setIsovaluesList(&m_list);
-    m_kit->valuesIndex = 0;
-    struct Case {
-        PoMesh::ColoringType coloring;
-        bool smooth;
-        float quality;
-    } cases[] = {{PoMesh::COLOR_TEXTURE_CONTOURING, false, 0.1f},
-                 {PoMesh::COLOR_TEXTURE_CONTOURING, true, 1.0f},
-                 {PoMesh::COLOR_MAPPING, true, 0.5f}};
-    for (const Case& c : cases) {
-        m_kit->smoothTextureContouring = c.smooth;
-        m_kit->coloringType = c.coloring;
-        auto* complexity =
-            static_cast<SoComplexity*>(m_kit->getPart("appearance.complexity", FALSE));
-        ASSERT_NE(complexity, nullptr);
-        EXPECT_FLOAT_EQ(complexity->textureQuality.getValue(), c.quality);
-    }
-    m_kit->coloringType = PoMesh::COLOR_TEXTURE_CONTOURING;
-    auto* material = static_cast<SoMaterial*>(m_kit->getPart("appearance.material", FALSE));
-    ASSERT_NE(material, nullptr);
-    EXPECT_EQ(material->diffuseColor[0], SbColor(1, 1, 1));
-}
-
-TEST_F(PoMeshTest, KitsAdjustIsovaluesOfTheirCurrentList) {
-    m_kit->setMesh(&m_grid);
-    m_kit->setDataMapping(&m_mapping);
-    m_kit->setIsovaluesList(&m_list);
-    m_kit->coloringType = PoMesh::COLOR_CONTOURING;
-    const float values[] = {0, 3, 3.5f};
-    m_kit->adjustIsovalList(3, values);
-    int count;
-    const float* adjusted = m_kit->getAdjustedIsovalues(count);
-    ASSERT_EQ(count, 4);
-    EXPECT_FLOAT_EQ(adjusted[1], 3.005f);
-    SbVec3f* vertices = m_kit->newSbVec3f(4);
-    vertices[3].setValue(1, 2, 3);
-    EXPECT_EQ(m_kit->newSbVec3f(2), vertices);
-    EXPECT_EQ(vertices[3], SbVec3f(1, 2, 3));
-    const size_t size = m_kit->getMemorySize();
-    m_kit->newSbVec3f(1000);
-    EXPECT_GE(m_kit->getMemorySize(), size + 996 * sizeof(SbVec3f));
-    EXPECT_GE(PoMesh::getClassMemorySize(), 500 * (sizeof(SbVec3f) + sizeof(float)));
 }
 
 TEST_F(PoMeshTest, ComputedNormalsFollowTheClockwiseOrderingOfTheShapeHints) {

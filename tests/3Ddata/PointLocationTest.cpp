@@ -9,6 +9,7 @@
 #include <Quillon/3Ddata/PbTetrahedronMesh3D.h>
 
 #include "3Ddata/MeshTestHelpers.h"
+#include "support/VolumeBlock.h"
 
 #include <functional>
 
@@ -70,19 +71,10 @@ std::unique_ptr<PbMesh> curvilinear() {
 
 // A block of hexahedra whose interior nodes are moved at random.
 std::unique_ptr<PbMesh> curvedHexahedra() {
-    const int n = 4, side = n + 1;
-    meshtest::BlockNodes block = meshtest::makeBlockNodes(n, 0.25f, 3);
-    auto node = [side](int i, int j, int k) { return (i * side + j) * side + k; };
-    std::vector<int> cells;
-    for (int i = 0; i < n; ++i)
-        for (int j = 0; j < n; ++j)
-            for (int k = 0; k < n; ++k)
-                for (int up = 0; up < 2; ++up)
-                    for (int id : {node(i, j, k + up), node(i + 1, j, k + up),
-                                   node(i + 1, j + 1, k + up), node(i, j + 1, k + up)})
-                        cells.push_back(id);
-    return std::make_unique<PbHexahedronMesh3D>(side * side * side, block.x.data(), block.y.data(),
-                                                block.z.data(), n * n * n, cells.data());
+    meshtest::VolumeBlock block =
+        meshtest::makeVolumeBlock(4, meshtest::BlockCells::HEXAHEDRA, 0.25f, 3);
+    return std::make_unique<PbHexahedronMesh3D>(block.numNodes, block.x.data(), block.y.data(),
+                                                block.z.data(), block.numCells, block.cells.data());
 }
 
 std::unique_ptr<PbMesh> tetrahedra() {

@@ -1,10 +1,12 @@
 // Point location at scale: 100,000 random points located in an unstructured
 // mesh of about a million tetrahedra (through the spatial index over the
 // cell boxes) and in 200 x 200 x 200 grids (closed form for the axis-aligned
-// kinds, the spatial index for the curvilinear one), with the cost and the
-// memory of building the index.
+// kinds, the spatial index for the curvilinear one) and in flat 2000 x 2000
+// surface grids, with the cost and the memory of building the index.
 #include <Quillon/3Ddata/PbCartesianGrid3D.h>
+#include <Quillon/3Ddata/PbParalCartesianGrid2D.h>
 #include <Quillon/3Ddata/PbParalCartesianGrid3D.h>
+#include <Quillon/3Ddata/PbRegularCartesianGrid2D.h>
 #include <Quillon/3Ddata/PbRegularCartesianGrid3D.h>
 #include <Quillon/3Ddata/PbTetrahedronMesh3D.h>
 
@@ -22,6 +24,8 @@ const int s_numPoints = 100000;
 // 56^3 hexahedra of six tetrahedra each: 1,053,696 cells.
 const int s_tetBlockSide = 56;
 const int s_gridSide = 200;
+// Surface grids of 2000 x 2000 nodes.
+const int s_surfaceSide = 2000;
 
 const PbTetrahedronMesh3D& tetMesh() {
     static const meshtest::TetBlock block = meshtest::makeTetBlock(s_tetBlockSide, 0.2f);
@@ -114,6 +118,21 @@ void BM_CartesianGrid200_Locate100k(benchmark::State& state) {
     state.counters["index_MB"] = PiCellBoxIndex(grid).getMemoryUsed() / 1048576.0;
 }
 
+void BM_RegularGrid2D2000_Locate100k(benchmark::State& state) {
+    PbRegularCartesianGrid2D grid(0);
+    grid.setGeometry(s_surfaceSide, s_surfaceSide, 0, 0, 1, 1);
+    locateAll(state, grid);
+}
+
+void BM_ParalGrid2D2000_Locate100k(benchmark::State& state) {
+    std::vector<float> axis;
+    for (int n = 0; n < s_surfaceSide; ++n)
+        axis.push_back(n * (1.0f + 0.0002f * n));
+    PbParalCartesianGrid2D grid(0);
+    grid.setGeometry(s_surfaceSide, s_surfaceSide, axis.data(), axis.data());
+    locateAll(state, grid);
+}
+
 } // namespace
 
 BENCHMARK(BM_TetMesh1M_Locate100k)->Unit(benchmark::kMillisecond);
@@ -122,3 +141,5 @@ BENCHMARK(BM_TetMesh1M_TestEveryCell100)->Unit(benchmark::kMillisecond)->Iterati
 BENCHMARK(BM_RegularGrid200_Locate100k)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ParalGrid200_Locate100k)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_CartesianGrid200_Locate100k)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_RegularGrid2D2000_Locate100k)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ParalGrid2D2000_Locate100k)->Unit(benchmark::kMillisecond);

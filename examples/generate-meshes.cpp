@@ -2,7 +2,9 @@
 // with value sets, the scenes of meshes drawn as coloured surfaces (one
 // with the value legend of its colours) and those of their contour lines,
 // and level surfaces and sections of volume meshes, through the library's
-// own scene-file writer.
+// own scene-file writer.  The line mesh, which no representation of the
+// library draws yet, goes to data/: a file of the mesh format, not a scene
+// for scripts/demo, which fails on a blank picture.
 //
 //   generate-meshes OUTPUT_DIRECTORY
 
@@ -193,6 +195,21 @@ PoMeshFilled* filled(PoMesh::ColoringType coloring) {
     kit->valuesIndex = 0;
     kit->coloringType = coloring;
     return kit;
+}
+
+// The mesh filled in the colours of its value set 0, from blue at low to
+// red at high.
+SoNode* filledInColours(SoNode* mesh, float low, float high) {
+    auto* mapping = new PoLinearDataMapping;
+    mapping->value1 = low;
+    mapping->color1.setValue(0.15f, 0.3f, 0.85f);
+    mapping->value2 = high;
+    mapping->color2.setValue(0.9f, 0.25f, 0.15f);
+    auto* scene = new SoSeparator;
+    scene->addChild(mesh);
+    scene->addChild(mapping);
+    scene->addChild(filled(PoMesh::COLOR_MAPPING));
+    return scene;
 }
 
 float hill(float x, float y, float cx, float cy, float height, float width) {
@@ -761,6 +778,22 @@ SoNode* levelSurfaceCylinder() {
     return scene;
 }
 
+// The volume mesh cut by a plane through the point given, the section in
+// the colours of value set 0 from low to high.
+SoNode* sectionInColours(SoNode* mesh, const SbVec3f& point, float low, float high) {
+    SoSeparator* scene = volumeScene(mesh);
+    scene->addChild(rainbow(low, high));
+    auto* section = new PoMeshCrossSection;
+    SbVec3f normal(-0.2f, -0.5f, 1.0f);
+    normal.normalize();
+    section->plane = SbPlane(normal, point);
+    section->valuesIndex = 0;
+    section->coloringType = PoMesh::COLOR_MAPPING;
+    scene->addChild(section);
+    frame(scene);
+    return scene;
+}
+
 bool writeScene(const std::string& path, const char* description, SoNode* mesh) {
     auto* root = new SoSeparator;
     root->ref();
@@ -791,17 +824,21 @@ int main(int argc, char** argv) {
     const std::string directory = std::string(argv[1]) + "/";
     const bool written =
         writeScene(directory + "mesh-surface-grid.iv",
-                   "A curvilinear surface grid with heights, mean cell heights and slopes",
-                   surfaceGrid()) &&
+                   "A curvilinear surface grid with heights, mean cell heights and slopes, "
+                   "filled in the colours of its heights",
+                   filledInColours(surfaceGrid(), -0.5f, 0.5f)) &&
         writeScene(directory + "mesh-surface-unstructured.iv",
                    "An unstructured surface mesh of triangles and quadrangles with distances, "
-                   "cell numbers and labels",
-                   surfaceMesh()) &&
-        writeScene(directory + "mesh-volume-grid.iv", "A rectilinear volume grid with temperatures",
-                   volumeGrid()) &&
+                   "cell numbers and labels, filled in the colours of its distances",
+                   filledInColours(surfaceMesh(), 0.0f, 2.0f)) &&
+        writeScene(directory + "mesh-volume-grid.iv",
+                   "A rectilinear volume grid with temperatures, cut by a plane in their colours",
+                   sectionInColours(volumeGrid(), SbVec3f(2.0f, 1.5f, 1.0f), 14.0f, 44.0f)) &&
         writeScene(directory + "mesh-volume-unstructured.iv",
-                   "A tetrahedron mesh with pressures and volume fractions", volumeMesh()) &&
-        writeScene(directory + "mesh-line.iv", "A line mesh with two curves", lineMesh()) &&
+                   "A tetrahedron mesh with pressures and volume fractions, cut by a plane in "
+                   "the colours of its pressures",
+                   sectionInColours(volumeMesh(), SbVec3f(0.5f, 0.5f, 0.5f), 100.0f, 170.0f)) &&
+        writeScene(directory + "data/mesh-line.iv", "A line mesh with two curves", lineMesh()) &&
         writeScene(directory + "filled-elevation-map.iv",
                    "Hills of a regular grid raised by their heights and coloured by them",
                    elevationMap(elevationScale())) &&

@@ -14,8 +14,20 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "quillon-render: %s\n%s\n", error.c_str(), renderUsage);
         return 2;
     }
+    if (request.action == RenderRequest::SHOW_HELP) {
+        std::printf("%s\n\n%s\n", renderUsage, renderHelp);
+        return 0;
+    }
+    if (request.action == RenderRequest::SHOW_VERSION) {
+        std::printf("quillon-render %s\n", PoQuillon::getVersion());
+        return 0;
+    }
     PoQuillon::init();
-    if (!renderSceneFileToPng(request, error)) {
+    std::vector<std::string> warnings;
+    const bool rendered = renderSceneFileToPng(request, error, warnings);
+    for (const std::string& warning : warnings)
+        std::fprintf(stderr, "quillon-render: warning: %s\n", warning.c_str());
+    if (!rendered) {
         std::fprintf(stderr, "quillon-render: %s\n", error.c_str());
         return 1;
     }

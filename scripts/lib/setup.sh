@@ -5,6 +5,7 @@
 #   QUILLON_BUILD_DIR   build directory (default: build/ in the repository)
 #   QUILLON_BUILD_TYPE  CMake build type (default: Release)
 #   QUILLON_CMAKE_ARGS  extra arguments for the CMake configure step
+#   QUILLON_STRICT_CONFIGURE  when 1, a warning of the configure step fails it
 
 QUILLON_ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)"
 QUILLON_BUILD_DIR="${QUILLON_BUILD_DIR:-$QUILLON_ROOT/build}"
@@ -65,13 +66,19 @@ quillon_provide_comma_locale() {
 }
 
 quillon_configure() {
-    local extra=()
+    local extra=() log
     read -r -a extra <<<"${QUILLON_CMAKE_ARGS:-}"
     quillon_log "configuring $QUILLON_BUILD_DIR: $QUILLON_BUILD_TYPE ${extra[*]}"
+    log="$(mktemp)"
     cmake -S "$QUILLON_ROOT" -B "$QUILLON_BUILD_DIR" \
         -DCMAKE_BUILD_TYPE="$QUILLON_BUILD_TYPE" \
-        -DCGAL_DO_NOT_WARN_ABOUT_CMAKE_BUILD_TYPE=TRUE \
-        "${extra[@]}"
+        "${extra[@]}" 2>&1 | tee "$log"
+    if [[ "${QUILLON_STRICT_CONFIGURE:-0}" == 1 ]] && grep -q 'CMake Warning' "$log"; then
+        rm -f "$log"
+        quillon_log "the configure step gave warnings (see above)" >&2
+        return 1
+    fi
+    rm -f "$log"
 }
 
 # Builds the given targets ("all" for everything).

@@ -20,7 +20,7 @@ int PbCellFilterIterator::next() {
 bool PbCellFilterIterator::isAccepted(int cellIndex) const {
     if (!m_filter)
         return true;
-    float cellValue = m_cellValues ? m_cellValues[cellIndex] : 0.0f;
+    const float cellValue = m_cellValues ? m_cellValues[cellIndex] : 0.0f;
     return m_filter->acceptCell(cellIndex, cellValue);
 }
 

@@ -2,33 +2,13 @@
 
 #include <Quillon/graph/PoDebugError.h>
 
+#include "3Ddata/PiGridAxes.h"
+
 #include <algorithm>
 #include <climits>
 #include <cmath>
 #include <cstdint>
 #include <vector>
-
-namespace {
-
-// Cells just outside an interval may still accept a point through rounding
-// in their location; they are kept as candidates too.
-const float CANDIDATE_SLACK = 1e-3f;
-
-// Indices i of the intervals [coord(i), coord(i+1)] that may hold p.
-std::vector<int> candidateIntervals(float p, float tolerance, int numNodes,
-                                    const std::function<float(int)>& coord) {
-    std::vector<int> found;
-    float slack = std::max(tolerance, 0.0f) + CANDIDATE_SLACK;
-    for (int i = 0; i + 1 < numNodes; ++i) {
-        float a = coord(i), b = coord(i + 1);
-        float margin = slack * std::fabs(b - a);
-        if (p >= std::min(a, b) - margin && p <= std::max(a, b) + margin)
-            found.push_back(i);
-    }
-    return found;
-}
-
-} // namespace
 
 PbGrid2D::PbGrid2D(int isDataDuplicate) : PbMesh2D(isDataDuplicate), m_cell(this) {}
 
@@ -39,6 +19,7 @@ PbGrid2D& PbGrid2D::operator=(const PbGrid2D& other) {
     if (this != &other) {
         m_numX = other.m_numX;
         m_numY = other.m_numY;
+        m_axes.reset();
         PbMesh2D::operator=(other);
     }
     return *this;
@@ -173,15 +154,11 @@ const PbCell* PbGrid2D::findContainingCellProtected(const SbVec3f& point, float 
 }
 
 const PbCell* PbGrid2D::findInAxisAlignedCells(const SbVec3f& point, float tolerance,
-                                               SbVec3f& pcoord, const PbArrayOfInt& testedCells,
-                                               const std::function<float(int)>& coordX,
-                                               const std::function<float(int)>& coordY) const {
-    std::vector<int> columns = candidateIntervals(point[0], tolerance, m_numX, coordX);
-    std::vector<int> rows = candidateIntervals(point[1], tolerance, m_numY, coordY);
-    for (int i : columns)
-        for (int j : rows)
-            if (const PbCell* cell = locateInUntestedCell(i * (m_numY - 1) + j, point, tolerance,
-                                                          pcoord, testedCells))
-                return cell;
-    return nullptr;
+                                               SbVec3f& pcoord,
+                                               const PbArrayOfInt& testedCells) const {
+    if (m_numCells <= 0)
+        return nullptr;
+    return PiGridAxes::of(*this, m_axes).firstCandidate(point, tolerance, [&](int i, int j, int) {
+        return locateInUntestedCell(i * (m_numY - 1) + j, point, tolerance, pcoord, testedCells);
+    });
 }

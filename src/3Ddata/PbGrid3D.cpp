@@ -253,18 +253,9 @@ const PbCell* PbGrid3D::findContainingCellOnAxes(const SbVec3f& point, float tol
                                                  const PbArrayOfInt& testedCells) const {
     if (m_numCells <= 0)
         return nullptr;
-    if (!m_axes || !m_axes->isBuiltFor(getGeometryId()))
-        m_axes = std::make_unique<PiGridAxes>(*this);
-    int lo[3], hi[3];
-    for (int axis = 0; axis < 3; ++axis)
-        m_axes->candidateCells(axis, point[axis], tolerance, lo[axis], hi[axis]);
-    for (int i = lo[0]; i <= hi[0]; ++i)
-        for (int j = lo[1]; j <= hi[1]; ++j)
-            for (int k = lo[2]; k <= hi[2]; ++k)
-                if (const PbCell* cell = locateInUntestedCell(cellIndexOf(i, j, k), point,
-                                                              tolerance, pcoord, testedCells))
-                    return cell;
-    return nullptr;
+    return PiGridAxes::of(*this, m_axes).firstCandidate(point, tolerance, [&](int i, int j, int k) {
+        return locateInUntestedCell(cellIndexOf(i, j, k), point, tolerance, pcoord, testedCells);
+    });
 }
 
 int PbGrid3D::isAxisAlignedPlane(const SbPlane& plane) {

@@ -32,9 +32,7 @@ const PbCell* PbParalCartesianGrid2D::findContainingCellProtected(const SbVec3f&
                                                                   PbArrayOfInt& testedCells) const {
     if (hasZCoord())
         return PbGrid2D::findContainingCellProtected(point, tolerance, pcoord, testedCells);
-    return findInAxisAlignedCells(
-        point, tolerance, pcoord, testedCells, [this](int i) { return m_x[i]; },
-        [this](int j) { return m_y[j]; });
+    return findInAxisAlignedCells(point, tolerance, pcoord, testedCells);
 }
 
 void PbParalCartesianGrid2D::meshContouring(PiContouring* contouring, const float* zValues) const {

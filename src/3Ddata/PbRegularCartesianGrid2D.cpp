@@ -82,9 +82,7 @@ const PbCell* PbRegularCartesianGrid2D::findContainingCellProtected(
     const SbVec3f& point, float tolerance, SbVec3f& pcoord, PbArrayOfInt& testedCells) const {
     if (hasZCoord())
         return PbGrid2D::findContainingCellProtected(point, tolerance, pcoord, testedCells);
-    return findInAxisAlignedCells(
-        point, tolerance, pcoord, testedCells, [this](int i) { return m_xmin + i * m_dx; },
-        [this](int j) { return m_ymin + j * m_dy; });
+    return findInAxisAlignedCells(point, tolerance, pcoord, testedCells);
 }
 
 void PbRegularCartesianGrid2D::meshContouring(PiContouring* contouring,

@@ -1,5 +1,6 @@
 #include "3Ddata/PiGridAxes.h"
 
+#include <Quillon/3Ddata/PbGrid2D.h>
 #include <Quillon/3Ddata/PbGrid3D.h>
 
 #include <algorithm>
@@ -15,7 +16,7 @@ const float s_slack = 1e-3f;
 
 } // namespace
 
-PiGridAxes::PiGridAxes(const PbGrid3D& grid) : m_geometryId(grid.getGeometryId()) {
+PiGridAxes::PiGridAxes(const PbGrid3D& grid) : m_geometryId(grid.getGeometryId()), m_numAxes(3) {
     int dims[3];
     grid.getDim(dims[0], dims[1], dims[2]);
     for (int axis = 0; axis < 3; ++axis) {
@@ -25,6 +26,17 @@ PiGridAxes::PiGridAxes(const PbGrid3D& grid) : m_geometryId(grid.getGeometryId()
             index[axis] = n;
             coords[n] = grid.getNodeCoord(index[0], index[1], index[2])[axis];
         }
+        m_axes[axis] = makeAxis(std::move(coords));
+    }
+}
+
+PiGridAxes::PiGridAxes(const PbGrid2D& grid) : m_geometryId(grid.getGeometryId()), m_numAxes(2) {
+    int dims[2];
+    grid.getDim(dims[0], dims[1]);
+    for (int axis = 0; axis < 2; ++axis) {
+        std::vector<float> coords(std::max(dims[axis], 0));
+        for (int n = 0; n < dims[axis]; ++n)
+            coords[n] = grid.getNodeCoord(axis == 0 ? n : 0, axis == 1 ? n : 0)[axis];
         m_axes[axis] = makeAxis(std::move(coords));
     }
 }
@@ -45,6 +57,10 @@ PiGridAxes::Axis PiGridAxes::makeAxis(std::vector<float> coords) {
 }
 
 void PiGridAxes::candidateCells(int axisIndex, float x, float tolerance, int& lo, int& hi) const {
+    if (axisIndex >= m_numAxes) {
+        lo = hi = 0;
+        return;
+    }
     const Axis& axis = m_axes[axisIndex];
     int numCells = static_cast<int>(axis.coords.size()) - 1;
     lo = 0;

@@ -1,5 +1,6 @@
 #include <Quillon/graph/PoClassRegistration.h>
 
+#include <Quillon/PoQuillon.h>
 #include <Quillon/graph/PoDebugError.h>
 
 #include <Inventor/actions/SoCallbackAction.h>
@@ -64,6 +65,15 @@ bool PoClassRegistration::unregisterElement(const char* className, SoType type) 
         return true;
     reportRemovalFailure(className, type);
     return false;
+}
+
+void PoClassRegistration::checkLibraryInitialized(const char* method, const char* what) {
+    // The toolkit's poster: the library's own is not set up yet.
+    if (!PoQuillon::isInitialized())
+        SoDebugError::post(method,
+                           "%s is used before PoQuillon::init(); call PoQuillon::init() once, "
+                           "before creating any of the library's nodes and fields",
+                           what);
 }
 
 void PoClassRegistration::enableElement(SoType type, int stackIndex) {

@@ -7,12 +7,52 @@
 
 #include <algorithm>
 #include <cctype>
+#include <charconv>
+#include <climits>
+#include <cmath>
+#include <cstring>
+#include <limits>
 
 namespace {
 // Arrays grow with the values actually read rather than with the count a
 // file announces, so that a bad count cannot ask for memory the file does
 // not fill.
 const int kReservedValues = 1 << 16;
+
+// Digits, signs, points, exponents and the letters of nan and infinity.
+bool isNumberCharacter(char c) {
+    const char lower = static_cast<char>(c | 0x20);
+    return (c >= '0' && c <= '9') || (lower >= 'a' && lower <= 'z') || c == '.' || c == '+' ||
+           c == '-';
+}
+
+// A number beyond the float range: too large gives an infinity, too small
+// a zero, each with the number's sign.
+float beyondFloatRange(const char* first, const char* last) {
+    const bool negative = *first == '-';
+    double wide = 0.0;
+    bool tiny;
+    if (std::from_chars(first, last, wide).ec == std::errc()) {
+        tiny = std::fabs(wide) < 1.0;
+    } else {
+        const char* exponent =
+            std::find_if(first, last, [](char c) { return c == 'e' || c == 'E'; });
+        tiny = exponent + 1 < last && exponent[1] == '-';
+    }
+    const float magnitude = tiny ? 0.0f : std::numeric_limits<float>::infinity();
+    return negative ? -magnitude : magnitude;
+}
+
+bool parseFloat(const char* first, const char* last, float& value) {
+    const auto [stop, status] = std::from_chars(first, last, value);
+    if (stop != last)
+        return false;
+    if (status == std::errc::result_out_of_range)
+        value = beyondFloatRange(first, last);
+    else if (status != std::errc())
+        return false;
+    return true;
+}
 } // namespace
 
 PiMeshReader::PiMeshReader(SoInput* in, const char* typeName)
@@ -22,78 +62,123 @@ void PiMeshReader::report(const SbString& message) {
     SoReadError::post(m_in, "%s: %s", m_typeName, message.getString());
 }
 
-bool PiMeshReader::readInt(int& value) {
-    if (!m_in->read(value))
+void PiMeshReader::skipSpace() {
+    char c;
+    while (m_in->get(c)) {
+        if (c == '#') {
+            while (m_in->get(c) && c != '\n') {
+            }
+        } else if (!std::isspace(static_cast<unsigned char>(c))) {
+            m_in->putBack(c);
+            return;
+        }
+    }
+}
+
+bool PiMeshReader::readNumberText(const char*& first, const char*& last) {
+    // The toolkit's reading of a word passes over blanks and comments as
+    // fast as its own number reading; what follows the number in the word
+    // (a closing brace, a comma) is given back.
+    if (!m_in->read(m_word))
         return false;
-    char next;
-    if (!m_ascii || !m_in->get(next))
-        return true;
-    m_in->putBack(next);
-    // "1.5" is not the integer 1 followed by something else.
-    return next != '.' && !std::isalnum(static_cast<unsigned char>(next));
+    first = m_word.getString();
+    last = std::find_if_not(first, first + m_word.getLength(), isNumberCharacter);
+    if (*last)
+        m_in->putBack(last);
+    // from_chars takes no leading '+'.
+    if (first != last && *first == '+' && ++first != last && *first == '-')
+        return false;
+    return first != last;
+}
+
+bool PiMeshReader::readInt(int& value) {
+    m_outOfRange.clear();
+    if (!m_ascii)
+        return m_in->read(value);
+    const char* first;
+    const char* last;
+    if (!readNumberText(first, last))
+        return false;
+    long long wide = 0;
+    const auto [stop, status] = std::from_chars(first, last, wide);
+    if (stop != last || (status != std::errc() && status != std::errc::result_out_of_range))
+        return false;
+    if (status != std::errc() || wide > INT_MAX || wide < INT_MIN) {
+        m_outOfRange.assign(first, last);
+        return false;
+    }
+    value = static_cast<int>(wide);
+    return true;
 }
 
 bool PiMeshReader::readFloat(float& value) {
-    return m_in->read(value);
+    const char* first;
+    const char* last;
+    if (m_ascii)
+        return readNumberText(first, last) && parseFloat(first, last, value);
+    // The bits as they are: the toolkit's own float reading would put 0
+    // for NaN and the infinities.
+    int bits = 0;
+    if (!m_in->read(bits))
+        return false;
+    std::memcpy(&value, &bits, sizeof value);
+    return true;
 }
 
 bool PiMeshReader::readString(SbString& value) {
+    if (!m_ascii)
+        return m_in->read(value);
+    skipSpace();
+    char c;
+    if (!m_in->get(c))
+        return false;
+    if (c == '"')
+        return readQuotedString(value);
+    // A single word without quotes, as the toolkit also takes it.
+    m_in->putBack(c);
     return m_in->read(value);
+}
+
+bool PiMeshReader::readQuotedString(SbString& value) {
+    std::string text;
+    char c;
+    while (m_in->get(c)) {
+        if (c == '"') {
+            value = text.c_str();
+            return true;
+        }
+        if (c == '\\' && m_in->get(c) && c != '"' && c != '\\')
+            text += '\\';
+        text += c;
+    }
+    return false;
 }
 
 bool PiMeshReader::readVec(SbVec3f& value) {
     return readFloat(value[0]) && readFloat(value[1]) && readFloat(value[2]);
 }
 
-char PiMeshReader::peek(bool pastLineBreaks) {
-    char c;
-    while (m_in->get(c)) {
-        if (!std::isspace(static_cast<unsigned char>(c)) || (c == '\n' && !pastLineBreaks)) {
-            m_in->putBack(c);
-            return c;
-        }
-    }
-    return pastLineBreaks ? '\0' : '\n';
-}
-
-bool PiMeshReader::checkAfterValue(const char* comment, int index, int count) {
-    const char next = peek(false);
-    if (next == '#')
-        return fail("a comment follows value %d of %d of the %s", index + 1, count,
-                    describe(comment));
-    if (index + 1 == count && next != '\n' && next != '}')
-        return fail("more values follow the %d values of the %s", count, describe(comment));
-    return true;
+bool PiMeshReader::failRead(const SbString& where) {
+    if (m_outOfRange.empty())
+        return fail("Couldn't read %s", where.getString());
+    const bool negative = m_outOfRange[0] == '-';
+    return fail("%s in %s is too %s: the %s integer is %d", m_outOfRange.c_str(), where.getString(),
+                negative ? "small" : "large", negative ? "smallest" : "largest",
+                negative ? INT_MIN : INT_MAX);
 }
 
 template <typename T>
 bool PiMeshReader::readArray(const char* comment, int count, std::vector<T>& values,
                              bool (PiMeshReader::*readOne)(T&)) {
-    // In ASCII a header array comes right after its comment line, and no
-    // array holds a comment or shares the line of its last value: a count
-    // that does not match the values written runs into one of these.
-    const bool introduced = comment[0] == '#';
-    const bool afterLine = m_afterLine;
-    m_afterLine = false;
-    if (m_ascii && introduced) {
-        // Past the comment that closes a line of values before.
-        if (afterLine && peek(false) == '#')
-            restOfLine();
-        if (peek(true) != '#')
-            return fail("the comment line \"%s\" is missing", comment);
-        restOfLine();
-    }
     values.clear();
     values.reserve(std::min(count, kReservedValues));
     for (int i = 0; i < count; ++i) {
-        if (m_ascii && (introduced || i > 0) && peek(true) == '#')
-            return fail("a comment stands where value %d of %d of the %s was expected", i + 1,
-                        count, describe(comment));
         T value;
-        if (!(this->*readOne)(value))
-            return fail("Couldn't read value %d of %d of the %s", i + 1, count, describe(comment));
-        if (m_ascii && !checkAfterValue(comment, i, count))
-            return false;
+        if (!(this->*readOne)(value)) {
+            SbString where;
+            where.sprintf("value %d of %d of the %s", i + 1, count, describe(comment));
+            return failRead(where);
+        }
         values.push_back(value);
     }
     return true;
@@ -104,8 +189,7 @@ bool PiMeshReader::readLine(const char* comment, T* values, int count,
                             bool (PiMeshReader::*readOne)(T&)) {
     for (int i = 0; i < count; ++i)
         if (!(this->*readOne)(values[i]))
-            return fail("Couldn't read the %s", describe(comment));
-    m_afterLine = true;
+            return failRead(SbString("the ") + describe(comment));
     return true;
 }
 
@@ -125,6 +209,17 @@ bool PiMeshReader::readFloatArray(const char* comment, int count, std::vector<fl
     return readArray(comment, count, values, &PiMeshReader::readFloat);
 }
 
+char PiMeshReader::peek() {
+    char c;
+    while (m_in->get(c)) {
+        if (!std::isspace(static_cast<unsigned char>(c))) {
+            m_in->putBack(c);
+            return c;
+        }
+    }
+    return '\0';
+}
+
 SbString PiMeshReader::restOfLine() {
     SbString text;
     char c;
@@ -134,7 +229,7 @@ SbString PiMeshReader::restOfLine() {
 }
 
 SbString PiMeshReader::nextSetComment() {
-    while (peek(true) == '#') {
+    while (peek() == '#') {
         const SbString comment = restOfLine();
         if (comment.find("# set of ") == 0)
             return comment;
@@ -151,7 +246,7 @@ bool PiMeshReader::readCounts(SetCounts& counts) {
     } else {
         int first = 0;
         if (!readInt(first))
-            return fail("Couldn't read the number of data-sets");
+            return failRead("the number of data-sets");
         if (restOfLine().find("number of string data-set") >= 0) {
             int others[2];
             if (!readIntLine("   # numbers of scalar and vector data-sets", others, 2))

@@ -3,12 +3,23 @@
 
 #include <Quillon/3Ddata/PbMesh.h>
 
+#include <string>
+
 class SoInput;
 
 // Reads the value of a mesh field through the toolkit's input, as
 // PiMeshWriter writes it, and also the earlier ASCII form whose sets have
 // no names and which has no string sets.  Every failure is reported as a
 // read error with the line where it happened.
+//
+// In ASCII, comments may stand anywhere between values and carry nothing,
+// except two that the layout needs: the comment line that starts each set
+// (it tells a scalar set's binding) and the one that follows the first
+// count of sets (it tells the current form from the earlier one).  Numbers
+// are read exactly: floats as the nearest float, with "nan", "inf" and
+// "-inf" (in any case, also "infinity"), numbers beyond the float range as
+// infinities; integers must fit an int.  Strings are quoted, with \" for a
+// quote and \\ for a backslash.  In binary every float keeps its bits.
 class PiMeshReader : public PiMeshSource {
 public:
     // typeName starts the messages.
@@ -44,18 +55,24 @@ private:
     template <typename T>
     bool readArray(const char* comment, int count, std::vector<T>& values,
                    bool (PiMeshReader::*readOne)(T&));
+    // Reports a value that could not be read; where names it ("the size",
+    // "value 3 of 8 of the cell's indices").
+    bool failRead(const SbString& where);
 
-    // ASCII only: the text up to the end of the line, and the next comment
-    // line that introduces a set ("# set of ..."), passing over other
-    // comments; empty when a value comes first.
+    // ASCII only.  Passes over blanks, line breaks and comments.
+    void skipSpace();
+    // The characters of one number, past blanks and comments, from first
+    // to last (they stay valid until the next number is read); false when
+    // there is none.
+    bool readNumberText(const char*& first, const char*& last);
+    bool readQuotedString(SbString& value);
+    // The text up to the end of the line.
     SbString restOfLine();
-    // The next character that is not a blank, past line breaks or on this
-    // line only, left unread; at the end of the input '\0', or '\n' when
-    // looking on this line.
-    char peek(bool pastLineBreaks);
-    // After value index of count of an array: no comment on its line, and
-    // nothing more after the last value.
-    bool checkAfterValue(const char* comment, int index, int count);
+    // The next character that is not a blank or a line break, left unread;
+    // '\0' at the end of the input.
+    char peek();
+    // The next comment line that introduces a set ("# set of ..."),
+    // passing over other comments; empty when a value comes first.
     SbString nextSetComment();
 
     bool readCounts(SetCounts& counts);
@@ -75,7 +92,8 @@ private:
     SoInput* m_in;
     bool m_ascii;
     const char* m_typeName;
-    // The last item read was a line of values, whose closing comment may
-    // still be ahead on its line.
-    bool m_afterLine = false;
+    // The word holding the last number read.
+    SbString m_word;
+    // The text of the last integer read when it lay beyond the int range.
+    std::string m_outOfRange;
 };

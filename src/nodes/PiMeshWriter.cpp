@@ -6,6 +6,9 @@
 
 #include <Inventor/SoOutput.h>
 
+#include <charconv>
+#include <cstring>
+#include <string>
 #include <vector>
 
 namespace {
@@ -33,11 +36,8 @@ template <typename T>
 void PiMeshWriter::line(std::initializer_list<T> values, const char* comment) {
     if (m_ascii)
         m_out->indent();
-    for (T value : values) {
-        m_out->write(value);
-        if (m_ascii)
-            m_out->write(' ');
-    }
+    for (T value : values)
+        writeNumber(value);
     if (m_ascii) {
         m_out->write(comment);
         m_out->write('\n');
@@ -63,9 +63,24 @@ void PiMeshWriter::commentLine(const SbString& text) {
 void PiMeshWriter::nameLine(const SbString& name) {
     if (m_ascii)
         m_out->indent();
-    m_out->write(name);
+    writeString(name);
     if (m_ascii)
         m_out->write("   # set name\n");
+}
+
+void PiMeshWriter::writeString(const SbString& text) {
+    if (!m_ascii) {
+        m_out->write(text);
+        return;
+    }
+    std::string quoted = "\"";
+    for (const char* c = text.getString(); *c; ++c) {
+        if (*c == '"' || *c == '\\')
+            quoted += '\\';
+        quoted += *c;
+    }
+    quoted += '"';
+    m_out->write(quoted.c_str());
 }
 
 template <typename WriteOne> void PiMeshWriter::block(int count, int perLine, WriteOne writeOne) {
@@ -78,24 +93,37 @@ template <typename WriteOne> void PiMeshWriter::block(int count, int perLine, Wr
     }
 }
 
-void PiMeshWriter::writeFloat(float value) {
+void PiMeshWriter::writeNumber(int value) {
     m_out->write(value);
     if (m_ascii)
         m_out->write(' ');
 }
 
+void PiMeshWriter::writeNumber(float value) {
+    if (!m_ascii) {
+        // The bits as they are, like the reader takes them.
+        int bits = 0;
+        std::memcpy(&bits, &value, sizeof bits);
+        m_out->write(bits);
+        return;
+    }
+    // The shortest text that reads back as the same float, whatever the
+    // locale: "0.1", "1e-40", "nan", "-inf".
+    char text[32];
+    char* end = std::to_chars(text, text + sizeof text - 2, value).ptr;
+    end[0] = ' ';
+    end[1] = '\0';
+    m_out->write(text);
+}
+
 void PiMeshWriter::intArray(const char* comment, const int* values, int count) {
     commentLine(comment);
-    block(count, kIntsPerLine, [&](int i) {
-        m_out->write(values[i]);
-        if (m_ascii)
-            m_out->write(' ');
-    });
+    block(count, kIntsPerLine, [&](int i) { writeNumber(values[i]); });
 }
 
 void PiMeshWriter::floatArray(const char* comment, const float* values, int count) {
     commentLine(comment);
-    block(count, kFloatsPerLine, [&](int i) { writeFloat(values[i]); });
+    block(count, kFloatsPerLine, [&](int i) { writeNumber(values[i]); });
 }
 
 void PiMeshWriter::floatList(const char* comment, std::initializer_list<float> values) {
@@ -106,13 +134,6 @@ void PiMeshWriter::writeSets(const PbMesh& mesh) {
     const std::vector<int> valuesKeys = mesh.getValuesSetIndices();
     const std::vector<int> stringsKeys = mesh.getStringsSetIndices();
     const std::vector<int> vecsKeys = mesh.getVecsSetIndices();
-    const int unlisted = mesh.getNumValuesSet() + mesh.getNumStringsSet() + mesh.getNumVecsSet() -
-                         static_cast<int>(valuesKeys.size() + stringsKeys.size() + vecsKeys.size());
-    if (unlisted > 0)
-        PoDebugError::postWarning("PoSFMesh::writeValue",
-                                  "%d sets have keys too far from 0 to be found and are not "
-                                  "written",
-                                  unlisted);
     intLine({static_cast<int>(stringsKeys.size())}, "   # number of string data-set");
     intLine({static_cast<int>(valuesKeys.size())}, "   # number of scalar data-set");
     intLine({static_cast<int>(vecsKeys.size())}, "   # number of vector data-set");
@@ -135,7 +156,7 @@ void PiMeshWriter::writeValuesSet(const PbMesh& mesh, int key, int position) {
     nameLine(*mesh.getValuesSetName(key));
     const float* values = mesh.getValuesSet(key);
     block(PiMeshSets::numValues(mesh, binding), kFloatsPerLine,
-          [&](int i) { writeFloat(values[i]); });
+          [&](int i) { writeNumber(values[i]); });
 }
 
 void PiMeshWriter::writeStringsSet(const PbMesh& mesh, int key, int position) {
@@ -145,7 +166,7 @@ void PiMeshWriter::writeStringsSet(const PbMesh& mesh, int key, int position) {
     nameLine(*mesh.getStringsSetName(key));
     const SbString* strings = mesh.getStringsSet(key);
     block(mesh.getNumNodes(), kStringsPerLine, [&](int i) {
-        m_out->write(strings[i]);
+        writeString(strings[i]);
         if (m_ascii)
             m_out->write(' ');
     });
@@ -175,6 +196,6 @@ void PiMeshWriter::writeVecsSet(const PbMesh& mesh, int key, int position) {
     nameLine(*mesh.getVecsSetName(key));
     block(m_ascii ? mesh.getNumNodes() : numVecs, kVectorsPerLine, [&](int i) {
         for (int axis = 0; axis < 3; ++axis)
-            writeFloat(vecs[i][axis]);
+            writeNumber(vecs[i][axis]);
     });
 }

@@ -8,7 +8,9 @@ class SoOutput;
 
 // Writes the value of a mesh field through the toolkit's output: in ASCII
 // with the comments, blanks and line breaks of the scene-file layout, in
-// binary the same values alone.  A binary file also gives each value set and
+// binary the same values alone.  ASCII floats are written as the shortest
+// text that reads back as the same float ("nan", "inf" and "-inf" for the
+// special values).  A binary file also gives each value set and
 // vector set its binding (0 per cell, 1 per node) before its name, and
 // writes a vector set with one vector per element of its binding.
 class PiMeshWriter : public PiMeshSink {
@@ -35,7 +37,11 @@ private:
     void nameLine(const SbString& name);
     // count elements, perLine to a line, each written by writeOne(i).
     template <typename WriteOne> void block(int count, int perLine, WriteOne writeOne);
-    void writeFloat(float value);
+    // A number and, in ASCII, the blank after it.
+    void writeNumber(int value);
+    void writeNumber(float value);
+    // Quoted in ASCII, with \" for a quote and \\ for a backslash.
+    void writeString(const SbString& text);
 
     void writeValuesSet(const PbMesh& mesh, int key, int position);
     void writeStringsSet(const PbMesh& mesh, int key, int position);

@@ -11,7 +11,7 @@ PoIntervalCellFilter::PoIntervalCellFilter() {
 
 PoIntervalCellFilter::~PoIntervalCellFilter() = default;
 
-SbBool PoIntervalCellFilter::acceptCell(int, double cellValue) const {
+SbBool PoIntervalCellFilter::acceptCell(int, float cellValue) const {
     const bool inside = min.getValue() <= cellValue && cellValue <= max.getValue();
     return inside == (in.getValue() != FALSE);
 }

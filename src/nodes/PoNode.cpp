@@ -29,10 +29,18 @@ void PoNode::exitClasses(void) {
 }
 
 PoNode::PoNode() {
+    if (!PoBase::isInitialized()) {
+        PoClassRegistration::checkLibraryInitialized("PoNode::PoNode", "a Quillon node");
+        PoBase::init();
+        m_holdsLibrary = true;
+    }
     SO_NODE_CONSTRUCTOR(PoNode);
 }
 
-PoNode::~PoNode() = default;
+PoNode::~PoNode() {
+    if (m_holdsLibrary)
+        PoBase::finish();
+}
 
 void PoNode::doAction(SoAction*) {}
 

@@ -1,6 +1,7 @@
 #include <Quillon/nodes/PoSFCartesianGrid2D.h>
 
 #include "nodes/PiGridHeader.h"
+#include "nodes/PiMeshGeometry.h"
 
 PO_SFMESH_SOURCE(PoSFCartesianGrid2D, PbCartesianGrid2D)
 

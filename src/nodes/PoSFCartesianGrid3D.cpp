@@ -1,6 +1,7 @@
 #include <Quillon/nodes/PoSFCartesianGrid3D.h>
 
 #include "nodes/PiGridHeader.h"
+#include "nodes/PiMeshGeometry.h"
 
 PO_SFMESH_SOURCE(PoSFCartesianGrid3D, PbCartesianGrid3D)
 

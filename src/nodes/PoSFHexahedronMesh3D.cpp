@@ -1,6 +1,7 @@
 #include <Quillon/nodes/PoSFHexahedronMesh3D.h>
 
 #include "nodes/PiCellMeshHeader.h"
+#include "nodes/PiMeshGeometry.h"
 
 PO_SFMESH_SOURCE(PoSFHexahedronMesh3D, PbHexahedronMesh3D)
 

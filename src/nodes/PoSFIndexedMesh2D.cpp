@@ -1,6 +1,7 @@
 #include <Quillon/nodes/PoSFIndexedMesh2D.h>
 
 #include "nodes/PiCellMeshHeader.h"
+#include "nodes/PiMeshGeometry.h"
 
 PO_SFMESH_SOURCE(PoSFIndexedMesh2D, PbIndexedMesh2D)
 

@@ -1,6 +1,7 @@
 #include <Quillon/nodes/PoSFIndexedMesh3D.h>
 
 #include "nodes/PiCellMeshHeader.h"
+#include "nodes/PiMeshGeometry.h"
 
 PO_SFMESH_SOURCE(PoSFIndexedMesh3D, PbIndexedMesh3D)
 

@@ -4,7 +4,6 @@
 
 #include "graph/PoClassManifest.h"
 #include "nodes/PiMeshReader.h"
-#include "nodes/PiMeshRecord.h"
 #include "nodes/PiMeshSets.h"
 #include "nodes/PiMeshWriter.h"
 
@@ -46,6 +45,7 @@ void PoSFMesh::checkRegistered(const SoType& type, const char* name, void (*init
     SoDebugError::post(method.getString(),
                        "Can't construct a field of type %s until initClass() has been called",
                        name);
+    PoClassRegistration::checkLibraryInitialized(method.getString(), name);
     initClass();
 }
 
@@ -108,20 +108,7 @@ void PoSFMesh::addVecsSet(int setIndex, const SbVec3f* vecs, const SbString& nam
 }
 
 bool PoSFMesh::isSameMesh(const PbMesh& mesh) const {
-    PiMeshRecord held;
-    PiMeshRecord other;
-    writeHeader(held, getHeldMesh());
-    writeHeader(other, mesh);
-    return held == other && PiMeshSets::same(getHeldMesh(), mesh);
-}
-
-bool PoSFMesh::duplicate(const PbMesh& source, PbMesh& mesh) const {
-    PiMeshRecord header;
-    writeHeader(header, source);
-    if (!readHeader(header, mesh))
-        return false;
-    PiMeshSets::copy(source, mesh);
-    return true;
+    return sameGeometry(getHeldMesh(), mesh) && PiMeshSets::same(getHeldMesh(), mesh);
 }
 
 void PoSFMesh::setMeshValue(const PbMesh& mesh) {
@@ -133,8 +120,8 @@ void PoSFMesh::setMeshValue(const PbMesh& mesh) {
         // A mesh that references its caller's arrays is rebuilt as one that
         // owns copies of them.
         std::unique_ptr<PbMesh> copy = newMesh();
-        if (!duplicate(mesh, *copy))
-            return;
+        copyGeometry(mesh, *copy);
+        PiMeshSets::copy(mesh, *copy);
         assignMesh(*copy);
     }
     valueChanged();

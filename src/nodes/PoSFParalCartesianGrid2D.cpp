@@ -1,6 +1,7 @@
 #include <Quillon/nodes/PoSFParalCartesianGrid2D.h>
 
 #include "nodes/PiGridHeader.h"
+#include "nodes/PiMeshGeometry.h"
 
 PO_SFMESH_SOURCE(PoSFParalCartesianGrid2D, PbParalCartesianGrid2D)
 

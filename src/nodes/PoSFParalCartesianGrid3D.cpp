@@ -1,6 +1,7 @@
 #include <Quillon/nodes/PoSFParalCartesianGrid3D.h>
 
 #include "nodes/PiGridHeader.h"
+#include "nodes/PiMeshGeometry.h"
 
 PO_SFMESH_SOURCE(PoSFParalCartesianGrid3D, PbParalCartesianGrid3D)
 

@@ -1,6 +1,7 @@
 #include <Quillon/nodes/PoSFPolarGrid2D.h>
 
 #include "nodes/PiGridHeader.h"
+#include "nodes/PiMeshGeometry.h"
 
 PO_SFMESH_SOURCE(PoSFPolarGrid2D, PbPolarGrid2D)
 

@@ -1,6 +1,7 @@
 #include <Quillon/nodes/PoSFQuadrangleMesh2D.h>
 
 #include "nodes/PiCellMeshHeader.h"
+#include "nodes/PiMeshGeometry.h"
 
 PO_SFMESH_SOURCE(PoSFQuadrangleMesh2D, PbQuadrangleMesh2D)
 

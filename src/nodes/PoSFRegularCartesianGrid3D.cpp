@@ -1,5 +1,6 @@
 #include <Quillon/nodes/PoSFRegularCartesianGrid3D.h>
 
+#include "nodes/PiMeshGeometry.h"
 #include "nodes/PiMeshSink.h"
 #include "nodes/PiMeshSource.h"
 

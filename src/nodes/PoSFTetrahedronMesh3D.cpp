@@ -1,6 +1,7 @@
 #include <Quillon/nodes/PoSFTetrahedronMesh3D.h>
 
 #include "nodes/PiCellMeshHeader.h"
+#include "nodes/PiMeshGeometry.h"
 
 PO_SFMESH_SOURCE(PoSFTetrahedronMesh3D, PbTetrahedronMesh3D)
 

@@ -1,6 +1,7 @@
 #include <Quillon/nodes/PoSFTriangleMesh2D.h>
 
 #include "nodes/PiCellMeshHeader.h"
+#include "nodes/PiMeshGeometry.h"
 
 PO_SFMESH_SOURCE(PoSFTriangleMesh2D, PbTriangleMesh2D)
 

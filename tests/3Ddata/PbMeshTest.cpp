@@ -314,6 +314,15 @@ TEST_F(PbMeshTest, PrintWritesTheMeshLinesThenTheKindsLines) {
     EXPECT_EQ(duplicating.isEmpty(), 0);
 }
 
+namespace {
+// An application's own filter, overriding with the float value that the
+// iterators pass.
+class OddCellFilter : public PoCellFilter {
+public:
+    SbBool acceptCell(int cellIndex, float) const override { return cellIndex % 2 == 1; }
+};
+} // namespace
+
 TEST_F(PbMeshTest, CellIteratorsVisitEveryCellOrTheAcceptedOnes) {
     std::vector<int> visited;
     PbCellIterator all(&duplicating);
@@ -334,4 +343,11 @@ TEST_F(PbMeshTest, CellIteratorsVisitEveryCellOrTheAcceptedOnes) {
     PbCellFilterIterator noFilter(&duplicating);
     EXPECT_EQ(noFilter.first(), 0);
     filter->unref();
+
+    auto* odd = new OddCellFilter;
+    odd->ref();
+    PbCellFilterIterator oddCells(&duplicating, odd);
+    EXPECT_EQ(oddCells.first(), 1);
+    EXPECT_EQ(oddCells.next(), 2);
+    odd->unref();
 }

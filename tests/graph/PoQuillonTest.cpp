@@ -132,6 +132,30 @@ TEST(PoQuillon, KitKeepsLibraryRegisteredWhileItLives) {
     RecordingKit::exitClass();
 }
 
+TEST(PoQuillon, NodesAndFieldsUsedBeforeInitSayToCallIt) {
+    SoDB::init();
+    ErrorRecorder errors;
+    { PoSFRegularMesh1D field; }
+    EXPECT_TRUE(errors.contains("PoSFRegularMesh1D is used before PoQuillon::init()"));
+    // A node starts the library for its lifetime, so that it works.
+    auto* domain = new PoDomain;
+    domain->ref();
+    EXPECT_TRUE(errors.contains("a Quillon node is used before PoQuillon::init(); call "
+                                "PoQuillon::init() once"));
+    EXPECT_EQ(domain->getTypeId(), SoType::fromName("PoDomain"));
+    EXPECT_TRUE(PoQuillon::isInitialized());
+    domain->unref();
+    EXPECT_FALSE(PoQuillon::isInitialized());
+
+    PoQuillon::init();
+    errors.clear();
+    domain = new PoDomain;
+    domain->ref();
+    domain->unref();
+    EXPECT_TRUE(errors.messages().empty()) << errors.messages().front();
+    PoQuillon::finish();
+}
+
 TEST(PoQuillon, ProductNameAndVersion) {
     EXPECT_STREQ(PoQuillon::getProductName(), "Quillon");
     EXPECT_TRUE(std::regex_match(PoQuillon::getVersion(), std::regex(R"(\d+\.\d+\.\d+\.\d+)")))

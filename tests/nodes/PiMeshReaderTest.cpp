@@ -1,5 +1,7 @@
 #include "nodes/MeshFieldTestHelpers.h"
 
+#include <cmath>
+#include <limits>
 #include <regex>
 
 using namespace meshfieldtest;
@@ -44,12 +46,16 @@ TEST_F(PiMeshReaderTest, ReportsBadValuesWithTheLineOfTheFault) {
     const std::vector<Case> cases = {
         {"PoSFRegularMesh1D", "-3 # size\n", "negative size -3 in size", 1},
         {"PoSFRegularMesh1D", "2.5 # size\n", "Couldn't read the size", 1},
-        {"PoSFIrregularMesh1D", "4 # size\n# x coordinates of mesh nodes\n0 1 2\n" + noSets,
-         "a comment follows value 4 of 4 of the x coordinates of mesh nodes", 4},
-        {"PoSFIrregularMesh1D", "2 # size\n# x coordinates of mesh nodes\n0 1 2\n",
-         "more values follow the 2 values of the x coordinates of mesh nodes", 3},
-        {"PoSFIrregularMesh1D", "2 # size\n0 1\n",
-         "the comment line \"# x coordinates of mesh nodes\" is missing", 2},
+        {"PoSFIrregularMesh1D", "2500000000 # size\n",
+         "2500000000 in the size is too large: the largest integer is 2147483647", 1},
+        {"PoSFTriangleMesh2D", std::string(kTriangle) + "# cell's indices\n0 1 -3000000000\n",
+         "-3000000000 in value 3 of 3 of the cell's indices is too small: the smallest integer "
+         "is -2147483648",
+         9},
+        {"PoSFIndexedMesh2D", "99999999999999999999 # num nodes\n",
+         "99999999999999999999 in the num nodes is too large", 1},
+        {"PoSFIrregularMesh1D", "2 # size\n# x coordinates of mesh nodes\n0 1.5.2\n",
+         "Couldn't read value 2 of 2 of the x coordinates of mesh nodes", 3},
         {"PoSFIrregularMesh1D", "2 # size\n# x coordinates of mesh nodes\n0",
          "Couldn't read value 2 of 2 of the x coordinates of mesh nodes", 3},
         {"PoSFTriangleMesh2D", std::string(kTriangle) + "# cell's indices\n0 1 3\n",
@@ -82,6 +88,53 @@ TEST_F(PiMeshReaderTest, ReportsBadValuesWithTheLineOfTheFault) {
         ASSERT_TRUE(std::regex_search(message, line, std::regex("line +([0-9]+)"))) << message;
         EXPECT_EQ(std::stoi(line[1]), c.line) << message;
     }
+}
+
+// Comments carry nothing but the binding of a set and the form of the set
+// counts: a file written by hand may leave them out or put others anywhere.
+TEST_F(PiMeshReaderTest, ReadsAHandWrittenFileWithCommentsLeftOutOrAddedAnywhere) {
+    PoSFIndexedMesh2D field;
+    ASSERT_TRUE(field.set("# a square and a triangle\n"
+                          "5   # nodes\n"
+                          "0 1 1 0 2 # x\n"
+                          "0 0 1 1 # y, four of five\n"
+                          "0.5\n"
+                          "1 # z follows\n"
+                          "0 0 0 0 # flat\n"
+                          "1E1 # but one\n"
+                          "2 4 3 0 1 2 3 1 4 2\n"
+                          "0 # number of string data-set\n"
+                          "1 0\n"
+                          "# set of scalars, index 0, binding per cell\n"
+                          "\"a \\\"quoted\\\" name \\\\\" # with a backslash\n"
+                          "nan # unknown\n"
+                          "+.25e1\n"))
+        << ::testing::PrintToString(readErrors());
+    const PbIndexedMesh2D& mesh = field.getValue();
+    ASSERT_EQ(mesh.getNumNodes(), 5);
+    ASSERT_EQ(mesh.getNumCells(), 2);
+    EXPECT_EQ(mesh.getNodeCoord(4), SbVec3f(2, 0.5f, 10));
+    EXPECT_EQ(mesh.getCellNumNodes(1), 3);
+    EXPECT_EQ(mesh.getCellNodeIndices(1)[2], 2);
+    ASSERT_EQ(mesh.getNumValuesSet(), 1);
+    EXPECT_EQ(*mesh.getValuesSetName(0), SbString("a \"quoted\" name \\"));
+    EXPECT_EQ(mesh.getValuesBinding(0), PbMesh::PER_CELL);
+    EXPECT_TRUE(std::isnan(mesh.getValuesSet(0)[0]));
+    EXPECT_EQ(mesh.getValuesSet(0)[1], 2.5f);
+}
+
+TEST_F(PiMeshReaderTest, NumbersBeyondTheFloatRangeReadAsInfinitiesOrZeros) {
+    PoSFIrregularMesh1D field;
+    ASSERT_TRUE(field.set("4\n1e39 -1e400 1e-46 -INFINITY\n0 # number of string data-set\n0 0\n"))
+        << ::testing::PrintToString(readErrors());
+    const float* x = nullptr;
+    int size = 0;
+    field.getValue().getGeometry(size, x);
+    ASSERT_EQ(size, 4);
+    EXPECT_EQ(x[0], std::numeric_limits<float>::infinity());
+    EXPECT_EQ(x[1], -std::numeric_limits<float>::infinity());
+    EXPECT_EQ(x[2], 0.0f);
+    EXPECT_EQ(x[3], -std::numeric_limits<float>::infinity());
 }
 
 TEST_F(PiMeshReaderTest, AFailedReadKeepsThePreviousMeshOrTheSetsReadBeforeTheFault) {

@@ -6,6 +6,7 @@
 #include <Inventor/sensors/SoFieldSensor.h>
 
 #include <map>
+#include <sstream>
 
 using namespace meshfieldtest;
 
@@ -108,6 +109,37 @@ TYPED_TEST(MeshFieldKindTest, RoundTripsThroughAsciiAndBinaryFilesWithTheHeaderO
     node->unref();
     EXPECT_TRUE(this->errors().messages().empty());
     EXPECT_TRUE(this->readErrors().empty());
+}
+
+// Every number of a mesh's header counts in the comparison of two fields:
+// each one changed in turn (when the mesh still reads) makes another mesh.
+TYPED_TEST(MeshFieldKindTest, EveryHeaderValueTellsMeshesApart) {
+    typename TypeParam::Field field;
+    field.setValue(TypeParam::sample());
+    SbString written;
+    field.get(written);
+    const std::vector<std::string> lines = linesOf(written.getString());
+    int compared = 0;
+    for (size_t line = 0; line < lines.size(); ++line) {
+        if (lines[line].find("number of string data-set") != std::string::npos)
+            break;
+        const std::string values = lines[line].substr(0, lines[line].find('#'));
+        std::istringstream words(values);
+        for (std::string word; words >> word;) {
+            // "0.5" becomes "0.51", "3" becomes "31".
+            std::vector<std::string> changed = lines;
+            changed[line].replace(changed[line].find(word), word.size(), word + "1");
+            std::string text;
+            for (const std::string& each : changed)
+                text += each + "\n";
+            typename TypeParam::Field other;
+            if (!other.set(text.c_str()))
+                continue;
+            ++compared;
+            EXPECT_FALSE(other.isSame(field)) << word << " on line " << line << ":\n" << text;
+        }
+    }
+    EXPECT_GE(compared, 2);
 }
 
 class PoSFMeshTest : public MeshFieldTest {};

@@ -296,13 +296,13 @@ TEST_F(PropertyNodeTest, IntervalCellFilterUsesAClosedInterval) {
     root->addChild(filter);
     filter->min = 1.0f;
     filter->max = 2.0f;
-    EXPECT_TRUE(filter->acceptCell(0, 1.0));
-    EXPECT_TRUE(filter->acceptCell(1, 2.0));
-    EXPECT_FALSE(filter->acceptCell(2, 2.5));
-    EXPECT_FALSE(filter->acceptCell(3, 0.999));
+    EXPECT_TRUE(filter->acceptCell(0, 1.0f));
+    EXPECT_TRUE(filter->acceptCell(1, 2.0f));
+    EXPECT_FALSE(filter->acceptCell(2, 2.5f));
+    EXPECT_FALSE(filter->acceptCell(3, 0.999f));
     filter->in = FALSE;
-    EXPECT_FALSE(filter->acceptCell(0, 1.0));
-    EXPECT_TRUE(filter->acceptCell(2, 2.5));
+    EXPECT_FALSE(filter->acceptCell(0, 1.0f));
+    EXPECT_TRUE(filter->acceptCell(2, 2.5f));
 }
 
 TEST_F(PropertyNodeTest, LineMeshFiltersChooseNodes) {

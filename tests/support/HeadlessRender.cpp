@@ -40,27 +40,12 @@ RenderImage renderHeadless(SoNode* scene, const RenderSettings& settings) {
     return image;
 }
 
-Rgb toRgb(const SbColor& color) {
-    auto channel = [](float value) {
-        return static_cast<unsigned char>(value <= 0.0f   ? 0
-                                          : value >= 1.0f ? 255
-                                                          : value * 255.0f + 0.5f);
-    };
-    return Rgb{channel(color[0]), channel(color[1]), channel(color[2])};
-}
-
 bool operator==(const Rgb& a, const Rgb& b) {
     return a.r == b.r && a.g == b.g && a.b == b.b;
 }
 
 std::ostream& operator<<(std::ostream& out, const Rgb& color) {
     return out << "(" << int(color.r) << ", " << int(color.g) << ", " << int(color.b) << ")";
-}
-
-bool isNear(const Rgb& actual, const Rgb& expected, int tolerance) {
-    return std::abs(actual.r - expected.r) <= tolerance &&
-           std::abs(actual.g - expected.g) <= tolerance &&
-           std::abs(actual.b - expected.b) <= tolerance;
 }
 
 ::testing::AssertionResult pixelNear(const RenderImage& image, int x, int y, const Rgb& expected,

@@ -34,12 +34,8 @@ RenderSettings smallPicture(int width = 100, int height = 100,
 // image.
 RenderImage renderHeadless(SoNode* scene, const RenderSettings& settings = smallPicture());
 
-Rgb toRgb(const SbColor& color);
 bool operator==(const Rgb& a, const Rgb& b);
 std::ostream& operator<<(std::ostream& out, const Rgb& color);
-
-// Every channel within tolerance of the expected one.
-bool isNear(const Rgb& actual, const Rgb& expected, int tolerance);
 
 // For EXPECT_TRUE: the pixel at (x, y), top-left origin, is near expected.
 ::testing::AssertionResult pixelNear(const RenderImage& image, int x, int y, const Rgb& expected,

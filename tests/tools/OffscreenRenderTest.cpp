@@ -5,6 +5,8 @@
 #include "render/GlxWarningFilter.h"
 #include "render/NodeRef.h"
 #include "render/SceneFraming.h"
+#include "render/SceneGraphCheck.h"
+#include "render/SceneRendering.h"
 
 #include <Quillon/PoQuillon.h>
 
@@ -17,11 +19,14 @@
 #include <Inventor/nodes/SoLight.h>
 #include <Inventor/nodes/SoLightModel.h>
 #include <Inventor/nodes/SoOrthographicCamera.h>
+#include <Inventor/nodes/SoScale.h>
 #include <Inventor/nodes/SoSeparator.h>
 #include <Inventor/nodes/SoSphere.h>
 #include <Inventor/nodes/SoTranslation.h>
 
 #include <gtest/gtest.h>
+
+#include <cmath>
 
 namespace {
 
@@ -212,4 +217,44 @@ TEST_F(HeadlessRendering, GlxWarningIsDroppedAndOtherMessagesPass) {
 
     SoDebugError::postWarning("glxglue_isdirect", "Couldn't get current GLX context.");
     EXPECT_TRUE(recorder.contains("GLX"));
+}
+
+TEST_F(HeadlessRendering, GraphsThatContainThemselvesAreRefusedNotWalked) {
+    OffscreenRenderer renderer;
+    RenderImage image;
+    std::string error;
+    NodeRef<SoSeparator> loop = adoptNode(new SoSeparator);
+    auto* inner = new SoSeparator;
+    loop->addChild(inner);
+    inner->addChild(new SoCube);
+    inner->addChild(loop.get());
+    EXPECT_FALSE(renderFramedScene(renderer, loop.get(), smallPicture(), image, error));
+    EXPECT_EQ(error, "a Separator contains itself");
+    loop->removeAllChildren();
+
+    // Shared, not cyclic: drawn.
+    NodeRef<SoSeparator> shared = adoptNode(new SoSeparator);
+    auto* cube = flatCube(SbColor(1, 0, 0));
+    shared->addChild(cube);
+    shared->addChild(cube);
+    EXPECT_EQ(sceneGraphProblem(shared.get()), "");
+}
+
+TEST_F(HeadlessRendering, CoordinatesTooLargeToDrawGiveAWarning) {
+    for (float scale : {1e15f, 1e20f}) {
+        NodeRef<SoSeparator> scene = adoptNode(new SoSeparator);
+        auto* scaling = new SoScale;
+        scaling->scaleFactor.setValue(scale, scale, scale);
+        scene->addChild(scaling);
+        scene->addChild(new SoCube);
+        const std::string problem = sceneExtentProblem(scene.get(), SbViewportRegion(10, 10));
+        EXPECT_EQ(problem.empty(), scale < 1e18f) << problem;
+    }
+    NodeRef<SoSeparator> nan = adoptNode(new SoSeparator);
+    auto* translation = new SoTranslation;
+    translation->translation.setValue(std::nanf(""), 0, 0);
+    nan->addChild(translation);
+    nan->addChild(new SoCube);
+    EXPECT_NE(sceneExtentProblem(nan.get(), SbViewportRegion(10, 10)).find("not all finite"),
+              std::string::npos);
 }

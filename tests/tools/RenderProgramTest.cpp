@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <sys/wait.h>
 #include <vector>
 
@@ -18,8 +19,14 @@ namespace {
 
 struct RunResult {
     int exitCode = -1;
+    std::string stdoutText;
     std::string stderrText;
 };
+
+std::string contentsOf(const std::string& path) {
+    std::ifstream file(path);
+    return std::string(std::istreambuf_iterator<char>(file), {});
+}
 
 // Runs quillon-render with the arguments, each quoted for the shell, after
 // the environment settings given.
@@ -28,14 +35,13 @@ RunResult runProgram(const std::vector<std::string>& arguments, const ScratchDir
     std::string command = environment + " '" + QUILLON_RENDER_PROGRAM + "'";
     for (const std::string& argument : arguments)
         command += " '" + argument + "'";
-    const std::string errorFile = dir.file("stderr.txt");
-    command += " 2>'" + errorFile + "'";
+    command += " >'" + dir.file("stdout.txt") + "' 2>'" + dir.file("stderr.txt") + "'";
     RunResult result;
     const int status = std::system(command.c_str());
     if (WIFEXITED(status))
         result.exitCode = WEXITSTATUS(status);
-    std::ifstream errors(errorFile);
-    result.stderrText.assign(std::istreambuf_iterator<char>(errors), {});
+    result.stdoutText = contentsOf(dir.file("stdout.txt"));
+    result.stderrText = contentsOf(dir.file("stderr.txt"));
     return result;
 }
 
@@ -56,14 +62,44 @@ TEST(RenderCommandLine, ReadsSceneOutputSizeAndBackground) {
     EXPECT_EQ(request.settings.height, 600);
     EXPECT_EQ(request.settings.background, SbColor(0, 0, 0));
 
-    ASSERT_TRUE(parses({"--background", "0.25,1,0", "-o", "b.png", "--size", "320x200", "a.iv"},
-                       request, error))
+    EXPECT_FALSE(request.strict);
+
+    ASSERT_TRUE(
+        parses({"--background", "0.25,1,0", "-o", "b.PNG", "--size", "320x200", "a.iv", "--strict"},
+               request, error))
         << error;
     EXPECT_EQ(request.scenePath, "a.iv");
-    EXPECT_EQ(request.outputPath, "b.png");
+    EXPECT_EQ(request.outputPath, "b.PNG");
     EXPECT_EQ(request.settings.width, 320);
     EXPECT_EQ(request.settings.height, 200);
     EXPECT_EQ(request.settings.background, SbColor(0.25f, 1, 0));
+    EXPECT_TRUE(request.strict);
+    EXPECT_EQ(request.action, RenderRequest::RENDER);
+}
+
+TEST(RenderCommandLine, BackgroundChannelsTakeAnyFloatNotation) {
+    for (const char* notation : {"0.5", ".5", "+.5", "5e-1", "5E-1", "0.50", "0x1p-1", "0X.8P0"}) {
+        const std::string background = std::string(notation) + ",1.,0e0";
+        RenderRequest request;
+        std::string error;
+        ASSERT_TRUE(
+            parses({"a.iv", "-o", "b.png", "--background", background.c_str()}, request, error))
+            << notation << ": " << error;
+        EXPECT_EQ(request.settings.background, SbColor(0.5f, 1, 0)) << notation;
+    }
+}
+
+TEST(RenderCommandLine, HelpAndVersionNeedNothingElse) {
+    for (auto [argument, action] : {std::pair{"-h", RenderRequest::SHOW_HELP},
+                                    {"--help", RenderRequest::SHOW_HELP},
+                                    {"--version", RenderRequest::SHOW_VERSION}}) {
+        RenderRequest request;
+        std::string error;
+        ASSERT_TRUE(parses({argument}, request, error)) << argument << ": " << error;
+        EXPECT_EQ(request.action, action) << argument;
+        ASSERT_TRUE(parses({"a.iv", argument, "--frobnicate"}, request, error)) << argument;
+        EXPECT_EQ(request.action, action) << argument;
+    }
 }
 
 TEST(RenderCommandLine, RejectsWrongArgumentsAndKeepsTheRequest) {
@@ -84,6 +120,13 @@ TEST(RenderCommandLine, RejectsWrongArgumentsAndKeepsTheRequest) {
         {"a.iv", "-o", "b.png", "--background", "0.5,0.5,0.5,"},
         {"a.iv", "-o", "b.png", "--background", "red,green,blue"},
         {"a.iv", "-o", "b.png", "--background", "-0.1,0,0"},
+        {"a.iv", "-o", "b.png", "--background", "nan,0,0"},
+        {"a.iv", "-o", "b.png", "--background", "+-0,0,0"},
+        {"a.iv", "-o", "b.png", "-o", "c.png"},
+        {"a.iv", "-o", "b.png", "--size", "10x10", "--size", "20x20"},
+        {"a.iv", "-o", "b.jpg"},
+        {"a.iv", "-o", "png"},
+        {"a.iv", "-o", ".png"},
     };
     for (const auto& arguments : wrong) {
         RenderRequest request;
@@ -109,7 +152,9 @@ TEST_F(RenderProgram, RendersASceneFileIntoAPng) {
     request.settings.height = 48;
     request.settings.background = SbColor(0, 0, 1);
     std::string error;
-    ASSERT_TRUE(renderSceneFileToPng(request, error)) << error;
+    std::vector<std::string> warnings;
+    ASSERT_TRUE(renderSceneFileToPng(request, error, warnings)) << error;
+    EXPECT_TRUE(warnings.empty());
 
     const RenderImage image = readPngFile(request.outputPath);
     ASSERT_EQ(image.width(), 64);
@@ -158,6 +203,58 @@ TEST_F(RenderProgram, ProgramExitCodes) {
     EXPECT_EQ(missing.exitCode, 1);
     EXPECT_EQ(missing.stderrText, "quillon-render: cannot open " + m_dir.file("none.iv") +
                                       ": No such file or directory\n");
+
+    const RunResult help = runProgram({"--help"}, m_dir);
+    EXPECT_EQ(help.exitCode, 0);
+    EXPECT_EQ(help.stdoutText.rfind(renderUsage, 0), 0u) << help.stdoutText;
+    EXPECT_NE(help.stdoutText.find("--strict"), std::string::npos);
+
+    const RunResult version = runProgram({"--version"}, m_dir);
+    EXPECT_EQ(version.exitCode, 0);
+    EXPECT_EQ(version.stdoutText, std::string("quillon-render ") + PoQuillon::getVersion() + "\n");
+}
+
+TEST_F(RenderProgram, WarningsAreReportedAndStrictMakesThemFail) {
+    QUILLON_REQUIRE_RENDERING();
+    const std::string scene =
+        m_dir.write("file.iv", "#Inventor V2.1 ascii\nSeparator {\n  File { name \"none.iv\" }\n"
+                               "  LightModel { model BASE_COLOR }\n  Cube { }\n}\n");
+    const std::string picture = m_dir.file("file.png");
+    const RunResult lenient = runProgram({scene, "-o", picture, "--size", "40x30"}, m_dir);
+    EXPECT_EQ(lenient.exitCode, 0);
+    EXPECT_EQ(lenient.stderrText.rfind(
+                  "quillon-render: warning: " + scene + ", line 3: Could not find 'none.iv'", 0),
+              0u)
+        << lenient.stderrText;
+    EXPECT_TRUE(std::filesystem::exists(picture));
+
+    std::filesystem::remove(picture);
+    const RunResult strict = runProgram({scene, "-o", picture, "--strict"}, m_dir);
+    EXPECT_EQ(strict.exitCode, 1);
+    EXPECT_NE(strict.stderrText.find("quillon-render: " + scene +
+                                     ": failing on the warnings above (--strict)\n"),
+              std::string::npos)
+        << strict.stderrText;
+    EXPECT_FALSE(std::filesystem::exists(picture));
+}
+
+TEST_F(RenderProgram, BlankPicturesAreWarnedAbout) {
+    QUILLON_REQUIRE_RENDERING();
+    RenderRequest request;
+    request.scenePath = m_dir.write("empty.iv", "#Inventor V2.1 ascii\nSeparator { }\n");
+    request.outputPath = m_dir.file("empty.png");
+    request.settings = smallPicture(20, 10, SbColor(0.2f, 0.4f, 0.6f));
+    std::string error;
+    std::vector<std::string> warnings;
+    ASSERT_TRUE(renderSceneFileToPng(request, error, warnings)) << error;
+    EXPECT_EQ(warnings, std::vector<std::string>{request.scenePath +
+                                                 ": the picture is blank: nothing but the "
+                                                 "background was drawn"});
+
+    request.scenePath = m_dir.write("cube.iv", redCubeScene);
+    warnings.clear();
+    ASSERT_TRUE(renderSceneFileToPng(request, error, warnings)) << error;
+    EXPECT_TRUE(warnings.empty()) << warnings.front();
 }
 
 TEST_F(RenderProgram, MachineWithoutEglGetsAMessageNotACrash) {

@@ -1,4 +1,6 @@
 #pragma once
+#include <Inventor/SbColor.h>
+
 #include <cstddef>
 #include <vector>
 
@@ -8,6 +10,12 @@ struct Rgb {
     unsigned char g = 0;
     unsigned char b = 0;
 };
+
+// The bytes a colour of channels between 0 and 1 becomes in a picture.
+Rgb toRgb(const SbColor& color);
+
+// Every channel within tolerance of the expected one.
+bool isNear(const Rgb& actual, const Rgb& expected, int tolerance);
 
 // A rendered picture: rows stored top-down, each pixel RGB or RGBA bytes.
 class RenderImage {
@@ -30,6 +38,10 @@ public:
     const unsigned char* row(int y) const { return m_pixels.data() + y * rowBytes(); }
     unsigned char* data() { return m_pixels.data(); }
     const unsigned char* data() const { return m_pixels.data(); }
+
+    // True when every pixel is near color: a picture of the background
+    // alone, where nothing was drawn.
+    bool holdsOnly(const Rgb& color, int tolerance) const;
 
     // Reverses the order of the rows (the GL reads pictures bottom-up).
     void flipRows();

@@ -1,10 +1,15 @@
 #include "SceneFraming.h"
 
+#include <Inventor/actions/SoGetBoundingBoxAction.h>
 #include <Inventor/actions/SoSearchAction.h>
 #include <Inventor/nodes/SoCamera.h>
 #include <Inventor/nodes/SoDirectionalLight.h>
 #include <Inventor/nodes/SoLight.h>
 #include <Inventor/nodes/SoPerspectiveCamera.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
 
 bool sceneHasNodeOfType(SoNode* scene, SoType type) {
     SoSearchAction search;
@@ -30,4 +35,28 @@ NodeRef<SoSeparator> frameScene(SoNode* scene, const SbViewportRegion& viewport)
     if (camera)
         camera->viewAll(root.get(), viewport);
     return root;
+}
+
+std::string sceneExtentProblem(SoNode* scene, const SbViewportRegion& viewport) {
+    SoGetBoundingBoxAction boxAction(viewport);
+    boxAction.apply(scene);
+    const SbBox3f box = boxAction.getBoundingBox();
+    if (box.isEmpty())
+        return std::string();
+    float largest = 0.0f;
+    for (const SbVec3f& corner : {box.getMin(), box.getMax()})
+        for (int axis = 0; axis < 3; ++axis) {
+            if (!std::isfinite(corner[axis]))
+                return "the scene's coordinates are not all finite numbers; nothing can be "
+                       "framed or drawn";
+            largest = std::max(largest, std::fabs(corner[axis]));
+        }
+    if (largest < largestDrawableCoordinate)
+        return std::string();
+    char text[160];
+    std::snprintf(text, sizeof text,
+                  "the scene reaches coordinates of %g, beyond the %g that can be drawn; the "
+                  "picture will show little or nothing",
+                  largest, largestDrawableCoordinate);
+    return text;
 }

@@ -1,5 +1,7 @@
 #include "SceneLoader.h"
 
+#include "ProbedRead.h"
+
 #include <Inventor/SoDB.h>
 #include <Inventor/SoInput.h>
 #include <Inventor/errors/SoReadError.h>
@@ -8,6 +10,7 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <functional>
 #include <regex>
 
 namespace {
@@ -24,31 +27,31 @@ public:
     ReadErrorCapture(const ReadErrorCapture&) = delete;
     ReadErrorCapture& operator=(const ReadErrorCapture&) = delete;
 
-    // The first message, which names the cause; later ones follow from it.
-    const std::string& firstMessage() const { return m_first; }
+    // In the order posted; when the read failed, the first names the cause
+    // and later ones follow from it.
+    const std::vector<std::string>& messages() const { return m_messages; }
 
 private:
     static void record(const SoError* error, void* data) {
-        auto* self = static_cast<ReadErrorCapture*>(data);
-        if (self->m_first.empty())
-            self->m_first = error->getDebugString().getString();
+        static_cast<ReadErrorCapture*>(data)->m_messages.push_back(
+            error->getDebugString().getString());
     }
 
     SoErrorCB* m_previousHandler;
     void* m_previousData;
-    std::string m_first;
+    std::vector<std::string> m_messages;
 };
 
 // Turns "Coin read error: <what>\n\tOccurred at line   4 in f.iv" into
-// "<name>, line 4: <what>".
+// "<name>, line 4: <what>" (or "position" for binary files).
 std::string describeReadError(const std::string& name, const std::string& message) {
     static const std::regex prefix(R"(^\s*\w+ read error:\s*)");
-    static const std::regex where(R"(\s*Occurred at line\s+(\d+)[^\n]*)");
+    static const std::regex where(R"(\s*Occurred at (line|position)\s+(\d+)[^\n]*)");
     std::string what = std::regex_replace(message, prefix, "");
     std::string location = name;
     std::smatch match;
     if (std::regex_search(what, match, where)) {
-        location += ", line " + match[1].str();
+        location += ", " + match[1].str() + " " + match[2].str();
         what = match.prefix().str() + match.suffix().str();
     }
     what = std::regex_replace(what, std::regex(R"(\s+)"), " ");
@@ -58,11 +61,27 @@ std::string describeReadError(const std::string& name, const std::string& messag
     return location + ": " + what;
 }
 
-NodeRef<SoSeparator> readAll(SoInput& input, const std::string& name,
-                             const ReadErrorCapture& capture, std::string& error) {
+NodeRef<SoSeparator> readScene(const std::function<bool(SoInput&)>& openInput,
+                               const std::string& name, std::string& error,
+                               std::vector<std::string>* warnings) {
+    const std::string refusal = probeSceneRead(openInput);
+    if (!refusal.empty()) {
+        error = describeReadError(name, refusal);
+        return nullptr;
+    }
+    ReadErrorCapture capture;
+    SoInput input;
+    if (!openInput(input)) {
+        error = "cannot open " + name;
+        return nullptr;
+    }
     NodeRef<SoSeparator> root = adoptNode(SoDB::readAll(&input));
+    const std::vector<std::string>& messages = capture.messages();
     if (!root)
-        error = describeReadError(name, capture.firstMessage());
+        error = describeReadError(name, messages.empty() ? std::string() : messages.front());
+    else if (warnings)
+        for (const std::string& message : messages)
+            warnings->push_back(describeReadError(name, message));
     return root;
 }
 
@@ -83,22 +102,20 @@ bool canOpen(const std::string& path, std::string& error) {
 
 } // namespace
 
-NodeRef<SoSeparator> loadSceneFile(const std::string& path, std::string& error) {
+NodeRef<SoSeparator> loadSceneFile(const std::string& path, std::string& error,
+                                   std::vector<std::string>* warnings) {
     if (!canOpen(path, error))
         return nullptr;
-    ReadErrorCapture capture;
-    SoInput input;
-    if (!input.openFile(path.c_str())) {
-        error = "cannot open " + path;
-        return nullptr;
-    }
-    return readAll(input, path, capture, error);
+    return readScene([&](SoInput& input) { return input.openFile(path.c_str()) == TRUE; }, path,
+                     error, warnings);
 }
 
 NodeRef<SoSeparator> loadSceneText(const std::string& text, const std::string& name,
-                                   std::string& error) {
-    ReadErrorCapture capture;
-    SoInput input;
-    input.setBuffer(text.data(), text.size());
-    return readAll(input, name, capture, error);
+                                   std::string& error, std::vector<std::string>* warnings) {
+    return readScene(
+        [&](SoInput& input) {
+            input.setBuffer(text.data(), text.size());
+            return true;
+        },
+        name, error, warnings);
 }

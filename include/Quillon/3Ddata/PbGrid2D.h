@@ -3,7 +3,9 @@
 #include <Quillon/3Ddata/PbQuadrangleCell.h>
 #include <Quillon/QuillonApi.h>
 
-#include <functional>
+#include <memory>
+
+class PiGridAxes;
 
 // Base of the structured surface grids: numX by numY nodes, node (i, j)
 // numbered i * numY + j (j varies fastest), and (numX - 1) by (numY - 1)
@@ -49,14 +51,12 @@ protected:
     const PbCell* findContainingCellProtected(const SbVec3f& point, float tolerance,
                                               SbVec3f& pcoord,
                                               PbArrayOfInt& testedCells) const override;
-    // Location in a flat grid whose cells span the intervals between
-    // successive values of coordX(i) and coordY(j): only the cells over the
-    // intervals that can hold the point are tested, in ascending order, so
-    // that the result is that of testing every cell.
+    // Location in a flat grid whose node (i, j) lies at (X(i), Y(j)): the
+    // columns and rows that can hold the point are found by bisection over
+    // the axes, and their cells tested in ascending order, so that the
+    // result is that of testing every cell.
     const PbCell* findInAxisAlignedCells(const SbVec3f& point, float tolerance, SbVec3f& pcoord,
-                                         const PbArrayOfInt& testedCells,
-                                         const std::function<float(int)>& coordX,
-                                         const std::function<float(int)>& coordY) const;
+                                         const PbArrayOfInt& testedCells) const;
 
     // Checks the sizes before any change; posts an error naming the method.
     bool checkSizes(const char* method, int numX, int numY) const;
@@ -70,4 +70,5 @@ private:
     mutable int m_cellNodeIds[4] = {0, 0, 0, 0};
     mutable int m_cellNodes[4] = {0, 0, 0, 0};
     mutable PbQuadrangleCell m_cell;
+    mutable std::unique_ptr<PiGridAxes> m_axes;
 };

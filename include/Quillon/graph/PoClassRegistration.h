@@ -39,6 +39,11 @@ public:
     // The same check for element classes, whose types stay registered.
     static bool unregisterElement(const char* className, SoType type);
 
+    // When the library is not initialised, posts that what (a class, or
+    // "a Quillon node") is used before PoQuillon::init(), and how to put it
+    // right; method names the poster.
+    static void checkLibraryInitialized(const char* method, const char* what);
+
     // Enables an element in the nine actions that carry the library's state.
     static void enableElement(SoType type, int stackIndex);
 
@@ -76,39 +81,41 @@ public:
 // ---------------------------------------------------------------- headers
 
 #define PO_NODE_ABSTRACT_HEADER(_class_)                                                           \
-    SO_NODE_ABSTRACT_HEADER(_class_);                                                              \
-                                                                                                   \
 public:                                                                                            \
     static void initClass(void);                                                                   \
     static void exitClass(void);                                                                   \
-                                                                                                   \
-private:
+    SO_NODE_ABSTRACT_HEADER(_class_)
 
 #define PO_NODE_HEADER(_class_)                                                                    \
-    PO_NODE_ABSTRACT_HEADER(_class_)                                                               \
+    PO_NODE_ABSTRACT_HEADER(_class_);                                                              \
     static void* createInstance(void)
 
 #define PO_KIT_ABSTRACT_HEADER(_class_)                                                            \
-    SO_KIT_ABSTRACT_HEADER(_class_);                                                               \
-                                                                                                   \
 public:                                                                                            \
     static void initClass(void);                                                                   \
     static void exitClass(void);                                                                   \
-                                                                                                   \
-private:
+    SO_KIT_ABSTRACT_HEADER(_class_)
 
 #define PO_KIT_HEADER(_class_)                                                                     \
-    PO_KIT_ABSTRACT_HEADER(_class_)                                                                \
+    PO_KIT_ABSTRACT_HEADER(_class_);                                                               \
     static void* createInstance(void)
 
+// The toolkit's element header, spelt out: its own leaves a stray
+// semicolon after an inline function.
 #define PO_ELEMENT_HEADER(_class_)                                                                 \
-    SO_ELEMENT_HEADER(_class_);                                                                    \
-                                                                                                   \
 public:                                                                                            \
     static void initClass(void);                                                                   \
     static void exitClass(void);                                                                   \
+    static SoType getClassTypeId(void);                                                            \
+    static int getClassStackIndex(void);                                                           \
+    static void* createInstance(void);                                                             \
                                                                                                    \
-private:
+protected:                                                                                         \
+    _class_(void);                                                                                 \
+                                                                                                   \
+private:                                                                                           \
+    static int classStackIndex;                                                                    \
+    static SoType classTypeId
 
 // ------------------------------------------------------------ common code
 

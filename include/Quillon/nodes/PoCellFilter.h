@@ -8,7 +8,7 @@ class QUILLON_API PoCellFilter : public PoNode {
 
 public:
     // True when the cell of that index, whose value is cellValue, is drawn.
-    virtual SbBool acceptCell(int cellIndex, double cellValue) const = 0;
+    virtual SbBool acceptCell(int cellIndex, float cellValue) const = 0;
 
     void doAction(SoAction* action) override;
 

@@ -16,7 +16,7 @@ public:
     SoSFBool in;
 
     PoIntervalCellFilter();
-    SbBool acceptCell(int cellIndex, double cellValue) const override;
+    SbBool acceptCell(int cellIndex, float cellValue) const override;
 
 protected:
     ~PoIntervalCellFilter() override;

@@ -6,7 +6,9 @@
 
 // Base of the library's property nodes.  Every traversal of the actions
 // that carry the library's state reaches doAction, where a concrete node
-// brings its data object up to date and puts it into its element.
+// brings its data object up to date and puts it into its element.  A node
+// created before PoQuillon::init() says so, and initialises the library
+// for as long as it lives.
 class QUILLON_API PoNode : public SoNode {
     PO_NODE_ABSTRACT_HEADER(PoNode);
 
@@ -30,4 +32,7 @@ public:
 protected:
     PoNode();
     ~PoNode() override;
+
+private:
+    bool m_holdsLibrary = false;
 };

@@ -33,13 +33,18 @@ class PiMeshSource;
 // vector set there has one vector per element of its binding, so binary
 // files keep every set as it was.
 //
+// Every value survives a file: ASCII floats are written as the shortest
+// text that reads back as the same float, NaN and the infinities as "nan",
+// "inf" and "-inf"; binary files keep each float's bits.  In ASCII, strings
+// are quoted with \" for a quote and \\ for a backslash, and comments may
+// stand anywhere between values: only the comment line that starts a set
+// and the one after the first count of sets are read.
+//
 // Reading stops at the first value that cannot be read or used and reports
-// a read error with the line: a size or index that does not fit the mesh, a
-// truncated file, and in ASCII a count that does not match the values that
-// follow (the comment line that starts each array and each set must be
-// there, and no comment may stand among an array's values).  When the
-// header is bad the field keeps its previous value; when a set is bad the
-// field takes the mesh with the sets read before it.
+// a read error with the line: a size or index that does not fit the mesh,
+// an integer beyond the int range, a truncated file.  When the header is
+// bad the field keeps its previous value; when a set is bad the field takes
+// the mesh with the sets read before it.
 class QUILLON_API PoSFMesh : public SoSField {
 public:
     static SoType getClassTypeId(void);
@@ -79,6 +84,11 @@ protected:
     // a source and applied to the mesh with its setGeometry.
     virtual void writeHeader(PiMeshSink& sink, const PbMesh& mesh) const = 0;
     virtual bool readHeader(PiMeshSource& source, PbMesh& mesh) const = 0;
+    // The geometry of two meshes of the held class compared, or copied from
+    // one into the other (which then owns copies of the arrays if it
+    // duplicates its data), straight from the meshes' arrays.
+    virtual bool sameGeometry(const PbMesh& a, const PbMesh& b) const = 0;
+    virtual void copyGeometry(const PbMesh& from, PbMesh& to) const = 0;
 
     // Same header values and same sets.
     bool isSameMesh(const PbMesh& mesh) const;
@@ -96,8 +106,6 @@ protected:
     static void checkRegistered(const SoType& type, const char* name, void (*initClass)(void));
 
 private:
-    // Builds in mesh a duplicating copy of source, a mesh of the held class.
-    bool duplicate(const PbMesh& source, PbMesh& mesh) const;
     template <typename Change>
     void changeSet(unsigned int (PbMesh::*dataSetId)(int) const, int setIndex, Change change);
 

@@ -7,7 +7,8 @@
 // What every mesh field has, for its mesh class MeshT: the held mesh, its
 // value access and the field protocol.  A concrete field derives from
 // PoSFMeshOf<its mesh class>, puts PO_SFMESH_HEADER in its class and
-// PO_SFMESH_SOURCE in its source, and supplies the header of its mesh class
+// PO_SFMESH_SOURCE in its source (which also compares and copies the
+// geometry of its meshes), and supplies the header of its mesh class
 // (writeHeaderOf, readHeaderOf).
 template <class MeshT> class QUILLON_API PoSFMeshOf : public PoSFMesh {
 public:
@@ -53,9 +54,17 @@ protected:
     bool readHeader(PiMeshSource& source, PbMesh& mesh) const override {
         return readHeaderOf(source, static_cast<MeshT&>(mesh));
     }
+    bool sameGeometry(const PbMesh& a, const PbMesh& b) const override {
+        return sameGeometryOf(static_cast<const MeshT&>(a), static_cast<const MeshT&>(b));
+    }
+    void copyGeometry(const PbMesh& from, PbMesh& to) const override {
+        copyGeometryOf(static_cast<const MeshT&>(from), static_cast<MeshT&>(to));
+    }
 
     virtual void writeHeaderOf(PiMeshSink& sink, const MeshT& mesh) const = 0;
     virtual bool readHeaderOf(PiMeshSource& source, MeshT& mesh) const = 0;
+    virtual bool sameGeometryOf(const MeshT& a, const MeshT& b) const = 0;
+    virtual void copyGeometryOf(const MeshT& from, MeshT& to) const = 0;
 
 private:
     MeshT m_mesh{1};
@@ -74,6 +83,10 @@ public:                                                                         
     static void exitClass(void);                                                                   \
     const _class_& operator=(const _class_& field);                                                \
     const _meshclass_& operator=(const _meshclass_& mesh);                                         \
+                                                                                                   \
+protected:                                                                                         \
+    bool sameGeometryOf(const _meshclass_& a, const _meshclass_& b) const override;                \
+    void copyGeometryOf(const _meshclass_& from, _meshclass_& to) const override;                  \
                                                                                                    \
 private:                                                                                           \
     static SoType s_classTypeId
@@ -106,4 +119,10 @@ private:                                                                        
     const _meshclass_& _class_::operator=(const _meshclass_& mesh) {                               \
         setValue(mesh);                                                                            \
         return getValue();                                                                         \
+    }                                                                                              \
+    bool _class_::sameGeometryOf(const _meshclass_& a, const _meshclass_& b) const {               \
+        return PiMeshGeometry::same(a, b);                                                         \
+    }                                                                                              \
+    void _class_::copyGeometryOf(const _meshclass_& from, _meshclass_& to) const {                 \
+        PiMeshGeometry::copy(from, to);                                                            \
     }

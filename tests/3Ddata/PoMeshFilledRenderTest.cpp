@@ -152,8 +152,7 @@ TEST_F(PoMeshFilledRenderTest, ClippedRegionOfATransparentThresholdShowsTheBackg
 
 TEST_F(PoMeshFilledRenderTest, ExampleScenesAreAsWrittenAndDrawASurface) {
     QUILLON_REQUIRE_RENDERING();
-    const std::string examples =
-        std::string(__FILE__).substr(0, std::string(__FILE__).rfind("/tests/")) + "/examples/";
+    const std::string examples = QUILLON_EXAMPLES_DIR;
     for (const char* name :
          {"filled-elevation-map.iv", "filled-polar-bands.iv", "filled-scattered-texture-bands.iv",
           "filled-curvilinear-average.iv"}) {

@@ -72,6 +72,20 @@ const Field& field() {
     return f;
 }
 
+// Rebuilds the kit once per iteration and reports the peak resident memory,
+// in all and over the use before the first rebuild.
+void rebuildEachIteration(benchmark::State& state, PoBase* kit) {
+    resetPeakMemory();
+    const double before = peakMemoryMB();
+    double peak = 0.0;
+    for (auto _ : state) {
+        kit->touchKit();
+        peak = std::max(peak, peakMemoryMB());
+    }
+    state.counters["peak_memory_MB"] = peak;
+    state.counters["peak_over_start_MB"] = peak - before;
+}
+
 void BM_Isolines2048(benchmark::State& state) {
     const Field& f = field();
     PiContouring contouring;
@@ -101,16 +115,8 @@ void BM_FilledContouring2048(benchmark::State& state) {
     kit->setIsovaluesList(&f.isovalues);
     kit->valuesIndex = 0;
     kit->coloringType = PoMesh::COLOR_CONTOURING;
-    resetPeakMemory();
-    const double before = peakMemoryMB();
-    double peak = 0.0;
-    for (auto _ : state) {
-        kit->touchKit();
-        peak = std::max(peak, peakMemoryMB());
-    }
+    rebuildEachIteration(state, kit);
     state.counters["faces"] = kit->getNumContouringFaces();
-    state.counters["peak_memory_MB"] = peak;
-    state.counters["peak_over_start_MB"] = peak - before;
     kit->unref();
     PoQuillon::finish();
 }
@@ -133,16 +139,8 @@ void BM_ContourLabels2048(benchmark::State& state) {
     // Texts small enough to fit, often, between lines that crowd this much.
     kit->annotFontSize = 0.01f;
     kit->annotGap = 0.1f;
-    resetPeakMemory();
-    const double before = peakMemoryMB();
-    double peak = 0.0;
-    for (auto _ : state) {
-        kit->touchKit();
-        peak = std::max(peak, peakMemoryMB());
-    }
+    rebuildEachIteration(state, kit);
     state.counters["labels"] = kit->getNumAnnotations();
-    state.counters["peak_memory_MB"] = peak;
-    state.counters["peak_over_start_MB"] = peak - before;
     kit->unref();
     PoQuillon::finish();
 }

@@ -30,6 +30,7 @@
 #include <Inventor/actions/SoWriteAction.h>
 #include <Inventor/caches/SoCache.h>
 #include <Inventor/elements/SoTextOutlineEnabledElement.h>
+#include <Inventor/fields/SoFieldData.h>
 #include <Inventor/misc/SoState.h>
 #include <Inventor/nodekits/SoAppearanceKit.h>
 #include <Inventor/nodes/SoCallback.h>
@@ -515,6 +516,18 @@ SbBool PoBase::readInstance(SoInput* in, unsigned short flags) {
 
 // ----------------------------------------------------------- writing
 
+namespace {
+bool hasFieldsToWrite(const SoNode* node) {
+    if (!node)
+        return false;
+    const SoFieldData* fields = node->getFieldData();
+    for (int i = 0; fields && i < fields->getNumFields(); ++i)
+        if (!fields->getField(node, i)->isDefault())
+            return true;
+    return false;
+}
+} // namespace
+
 void PoBase::write(SoWriteAction* action) {
     m_writeAction = action;
     SoBaseKit::write(action);
@@ -530,7 +543,12 @@ void PoBase::setDefaultOnNonWritingFields(void) {
     catchActionCallback.setDefault(TRUE);
     if (s_nodeWriteFormat == FOLD_NODE_WRITE_FORMAT) {
         alternateRep.setDefault(TRUE);
-        appearance.setDefault(TRUE);
+        // The toolkit writes a part marked default anyway when something in
+        // it is to be written (an appearance the kit or the application
+        // set), and then under a DEF name of its own making that changes at
+        // each round trip; such an appearance is left to be written plainly.
+        if (!hasFieldsToWrite(appearance.getValue()))
+            appearance.setDefault(TRUE);
     } else if (alternateRep.getValue()) {
         // The toolkit leaves out group parts whose own fields are default;
         // the representation is written for its children.

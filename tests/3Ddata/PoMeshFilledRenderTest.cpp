@@ -152,7 +152,7 @@ TEST_F(PoMeshFilledRenderTest, ClippedRegionOfATransparentThresholdShowsTheBackg
 
 TEST_F(PoMeshFilledRenderTest, ExampleScenesAreAsWrittenAndDrawASurface) {
     QUILLON_REQUIRE_RENDERING();
-    const std::string examples = QUILLON_EXAMPLES_DIR;
+    const std::string examples = QUILLON_EXAMPLES_DIR "/";
     for (const char* name :
          {"filled-elevation-map.iv", "filled-polar-bands.iv", "filled-scattered-texture-bands.iv",
           "filled-curvilinear-average.iv"}) {

@@ -138,7 +138,7 @@ std::string squeezed(const std::string& text) {
 // mesh node, written on its own, stands in its file as it is (indented
 // there by its depth in the scene).
 TEST_F(PoMeshPropertyTest, ExampleScenesHoldAMeshWithSetsAsTheLibraryWritesIt) {
-    const std::string examples = QUILLON_EXAMPLES_DIR;
+    const std::string examples = QUILLON_EXAMPLES_DIR "/";
     for (const char* name :
          {"mesh-surface-grid.iv", "mesh-surface-unstructured.iv", "mesh-volume-grid.iv",
           "mesh-volume-unstructured.iv", "data/mesh-line.iv"}) {

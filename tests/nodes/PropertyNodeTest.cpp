@@ -23,6 +23,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <functional>
 #include <memory>
 #include <string>
@@ -127,8 +128,12 @@ struct PropertyNodes {
 
     PropertyNodes() {
         mapping->type = PoNonLinearDataMapping2::NON_LINEAR_PER_LEVEL;
-        mapping->value.set1Value(1, 3.5f);
-        mapping->color.set1Value(2, SbColor(1, 0, 0));
+        // Every entry set: a multiple field grown by set1Value leaves the
+        // entries it skips uninitialised.
+        mapping->value.setValues(0, 2, std::array<float, 2>{0.0f, 3.5f}.data());
+        mapping->color.setValues(
+            0, 3,
+            std::array<SbColor, 3>{SbColor(0, 0, 0), SbColor(0, 0, 0), SbColor(1, 0, 0)}.data());
         domain->max = SbVec3f(2, 3, 4);
         domain->transformType = PoDomain::SCALE_MAX_XYZ_FIXED;
         isovalues->setRegularIsoList(1.0f, 2.0f, 3);
@@ -348,7 +353,7 @@ TEST_F(PropertyNodeTest, ProfilesGiveTheirOutline) {
     auto* ellipse = new PoEllipticProfile;
     ellipse->numSides = 2;
     auto* custom = new PoProfileCoordinate2;
-    custom->point.set1Value(1, SbVec2f(1, 0.5f));
+    custom->point.setValues(0, 2, std::array<SbVec2f, 2>{SbVec2f(0, 0), SbVec2f(1, 0.5f)}.data());
     for (SoNode* node : std::initializer_list<SoNode*>{square, circle, ellipse, custom})
         root->addChild(node);
 

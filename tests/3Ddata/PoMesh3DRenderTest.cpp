@@ -13,7 +13,6 @@
 
 #include <Inventor/nodes/SoBaseColor.h>
 #include <Inventor/nodes/SoLightModel.h>
-#include <Inventor/nodes/SoOrthographicCamera.h>
 
 #include <cmath>
 
@@ -42,10 +41,7 @@ protected:
         const float isovalues[] = {-0.5f, 0.0f, 0.5f};
         m_isovalues.setIrregularIsoList(3, isovalues);
 
-        auto* camera = new SoOrthographicCamera;
-        camera->position.setValue(0.0f, 0.0f, 5.0f);
-        camera->height = s_view;
-        root->addChild(camera);
+        root->addChild(orthographicCamera(SbVec3f(0.0f, 0.0f, 5.0f), s_view));
         auto* unlit = new SoLightModel;
         unlit->model = SoLightModel::BASE_COLOR;
         root->addChild(unlit);

@@ -7,7 +7,6 @@
 #include "support/LibraryTest.h"
 
 #include <Inventor/nodes/SoMaterial.h>
-#include <Inventor/nodes/SoOrthographicCamera.h>
 
 #include <algorithm>
 #include <string>
@@ -32,10 +31,7 @@ protected:
         m_grid.addValuesSet(0, values.data(), "x");
         const float isovalue = 5.5f;
         m_isovalues.setIrregularIsoList(1, &isovalue);
-        auto* camera = new SoOrthographicCamera;
-        camera->position.setValue(5.0f, 5.0f, 5.0f);
-        camera->height = 10.0f;
-        root->addChild(camera);
+        root->addChild(orthographicCamera(SbVec3f(5.0f, 5.0f, 5.0f), 10.0f));
         m_kit = new PoMeshContouring;
         m_kit->setMesh(&m_grid);
         m_kit->setIsovaluesList(&m_isovalues);

@@ -9,7 +9,6 @@
 #include "support/SceneIO.h"
 
 #include <Inventor/nodes/SoLightModel.h>
-#include <Inventor/nodes/SoOrthographicCamera.h>
 
 #include <cmath>
 #include <fstream>
@@ -36,10 +35,7 @@ protected:
         const float isovalues[] = {2, 4, 6, 8};
         m_isovalues.setIrregularIsoList(4, isovalues);
 
-        auto* camera = new SoOrthographicCamera;
-        camera->position.setValue(0.5f, 0.5f, 5.0f);
-        camera->height = 1.0f;
-        root->addChild(camera);
+        root->addChild(orthographicCamera(SbVec3f(0.5f, 0.5f, 5.0f), 1.0f));
         auto* unlit = new SoLightModel;
         unlit->model = SoLightModel::BASE_COLOR;
         root->addChild(unlit);

@@ -18,7 +18,6 @@
 #include <Inventor/nodes/SoBaseColor.h>
 #include <Inventor/nodes/SoCallback.h>
 #include <Inventor/nodes/SoLightModel.h>
-#include <Inventor/nodes/SoOrthographicCamera.h>
 #include <Inventor/nodes/SoText3.h>
 
 #include <cmath>
@@ -304,10 +303,7 @@ struct TextScene {
 
     TextScene() : root(new SoSeparator) {
         root->ref();
-        auto* camera = new SoOrthographicCamera;
-        camera->position.setValue(0, 0, 5);
-        camera->height = viewHeight;
-        root->addChild(camera);
+        root->addChild(orthographicCamera(SbVec3f(0, 0, 5), viewHeight));
         auto* lighting = new SoLightModel;
         lighting->model = SoLightModel::BASE_COLOR;
         root->addChild(lighting);

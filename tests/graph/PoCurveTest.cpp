@@ -14,7 +14,6 @@
 #include <Inventor/nodes/SoFaceSet.h>
 #include <Inventor/nodes/SoFont.h>
 #include <Inventor/nodes/SoGroup.h>
-#include <Inventor/nodes/SoOrthographicCamera.h>
 #include <Inventor/nodes/SoPointSet.h>
 
 #include <cmath>
@@ -280,10 +279,7 @@ TEST_F(PoCurveTest, BadInputIsReportedAndDrawnAround) {
 // pixels.
 TEST_F(PoCurveTest, TheFilledCurveIsDrawnBetweenTheLineAndTheThreshold) {
     QUILLON_REQUIRE_RENDERING();
-    auto* camera = new SoOrthographicCamera;
-    camera->position.setValue(5, 0, 5);
-    camera->height = 12;
-    root->addChild(camera);
+    root->addChild(orthographicCamera(SbVec3f(5, 0, 5), 12));
     PoCurve* curve = addCurve({{0, 2}, {10, -2}});
     curve->isCurveFilled = TRUE;
     curve->set("curveFillingApp.material", "diffuseColor 1 0 0");

@@ -18,7 +18,6 @@
 #include <Inventor/nodes/SoFaceSet.h>
 #include <Inventor/nodes/SoMaterial.h>
 #include <Inventor/nodes/SoMatrixTransform.h>
-#include <Inventor/nodes/SoOrthographicCamera.h>
 
 #include <cmath>
 #include <string>
@@ -396,10 +395,7 @@ TEST_F(PoHistogramTest, BadInputIsReportedAndDrawnAround) {
 class PoHistogramRenderTest : public PoHistogramTest {
 protected:
     RenderImage render() {
-        auto* camera = new SoOrthographicCamera;
-        camera->position.setValue(2, 2, 5);
-        camera->height = 4;
-        root->insertChild(camera, 0);
+        root->insertChild(orthographicCamera(SbVec3f(2, 2, 5), 4), 0);
         auto* domain = new PoDomain;
         domain->max.setValue(4, 4, 0);
         root->insertChild(domain, 1);

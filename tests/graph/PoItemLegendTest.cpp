@@ -9,7 +9,6 @@
 #include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoDrawStyle.h>
 #include <Inventor/nodes/SoMaterial.h>
-#include <Inventor/nodes/SoOrthographicCamera.h>
 
 #include <string>
 #include <vector>
@@ -231,10 +230,7 @@ TEST_F(PoItemLegendTest, ALegendWithoutAreaIsReported) {
 // 100 x 100 picture on a white background.
 TEST_F(PoItemLegendTest, BoxesAreDrawnInTheirColoursOverTheBackground) {
     QUILLON_REQUIRE_RENDERING();
-    auto* camera = new SoOrthographicCamera;
-    camera->position.setValue(5, 5, 5);
-    camera->height = 10;
-    root->addChild(camera);
+    root->addChild(orthographicCamera(SbVec3f(5, 5, 5), 10));
     const char* names[] = {"r", "b"};
     const SbColor colors[] = {SbColor(1, 0, 0), SbColor(0, 0, 1)};
     auto* legend = new PoItemLegend(SbVec2f(0, 0), SbVec2f(10, 10), 2, names, colors);

@@ -11,7 +11,6 @@
 
 #include <Inventor/nodes/SoBaseColor.h>
 #include <Inventor/nodes/SoFont.h>
-#include <Inventor/nodes/SoOrthographicCamera.h>
 
 #include <string>
 #include <vector>
@@ -236,10 +235,7 @@ TEST_F(PoLinearAxisTest, UnknownEnumValuesFallBackToTheDefaults) {
 // spans x from -2 to 12 and y from -7 to 7 on 280 x 280 pixels.
 TEST_F(PoLinearAxisTest, TicksAndTextsAreDrawnWhereTheCoordinatesSay) {
     QUILLON_REQUIRE_RENDERING();
-    auto* camera = new SoOrthographicCamera;
-    camera->position.setValue(5, 0, 5);
-    camera->height = 14;
-    root->addChild(camera);
+    root->addChild(orthographicCamera(SbVec3f(5, 0, 5), 14));
     auto* colour = new SoBaseColor;
     colour->rgb.setValue(1, 1, 1);
     root->addChild(colour);

@@ -12,7 +12,6 @@
 #include <Inventor/actions/SoRayPickAction.h>
 #include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoMaterial.h>
-#include <Inventor/nodes/SoOrthographicCamera.h>
 
 #include <cmath>
 #include <string>
@@ -294,10 +293,7 @@ TEST_F(PoPieChartTest, TheConstructorFillsTheSliceFields) {
 // A pie of radius 1 about the origin in a 200 x 200 picture of -2..2.
 TEST_F(PoPieChartTest, SlicesAndBoxesAreDrawnWhereTheyStand) {
     QUILLON_REQUIRE_RENDERING();
-    auto* camera = new SoOrthographicCamera;
-    camera->position.setValue(0, 0, 5);
-    camera->height = 4;
-    root->addChild(camera);
+    root->addChild(orthographicCamera(SbVec3f(0, 0, 5), 4));
     PoPieChart2D* pie = addPie({25, 75}, {"a", "b"});
     const SbColor colors[] = {SbColor(1, 0, 0), SbColor(0, 0, 1)};
     pie->sliceColor.setValues(0, 2, colors);

@@ -12,7 +12,6 @@
 #include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoLineSet.h>
 #include <Inventor/nodes/SoMaterial.h>
-#include <Inventor/nodes/SoOrthographicCamera.h>
 
 #include <string>
 #include <vector>
@@ -220,10 +219,7 @@ TEST_F(PoValueLegendTest, BadInputIsReportedAndDrawnAround) {
 // pixels spanning -4 to 6 in x and 0 to 10 in y.
 TEST_F(PoValueLegendTest, TheBarIsDrawnInTheMappingsColours) {
     QUILLON_REQUIRE_RENDERING();
-    auto* camera = new SoOrthographicCamera;
-    camera->position.setValue(1, 5, 5);
-    camera->height = 10;
-    root->addChild(camera);
+    root->addChild(orthographicCamera(SbVec3f(1, 5, 5), 10));
     PoLinearValueLegend* legend = addLegend();
     legend->valueVisibility = PoLegend::VISIBILITY_OFF;
     traverse();

@@ -2,6 +2,8 @@
 
 #include "render/SceneRendering.h"
 
+#include <Inventor/nodes/SoOrthographicCamera.h>
+
 #include <algorithm>
 #include <cstdlib>
 
@@ -92,4 +94,11 @@ PixelRect drawnExtent(const RenderImage& image, const Rgb& background, int toler
                        << "pixel (" << x << ", " << y << ") is " << image.pixel(x, y)
                        << ", not the background " << background;
     return ::testing::AssertionSuccess();
+}
+
+SoOrthographicCamera* orthographicCamera(const SbVec3f& position, float height) {
+    auto* camera = new SoOrthographicCamera;
+    camera->position = position;
+    camera->height = height;
+    return camera;
 }

@@ -3,6 +3,8 @@
 #include "render/RenderImage.h"
 
 #include <Inventor/SbColor.h>
+#include <Inventor/SbVec3f.h>
+#include <Inventor/nodes/SoOrthographicCamera.h>
 
 #include <gtest/gtest.h>
 
@@ -28,6 +30,10 @@ bool canRenderHeadless(std::string& reason);
 // Picture settings for tests: small, so that renders stay quick.
 RenderSettings smallPicture(int width = 100, int height = 100,
                             const SbColor& background = SbColor(0.0f, 0.0f, 0.0f));
+
+// An orthographic camera at position looking down -z and seeing height
+// units.
+SoOrthographicCamera* orthographicCamera(const SbVec3f& position, float height);
 
 // Renders the scene as a viewer shows it (camera and headlight added when
 // missing).  A failure is reported to the running test and gives an empty

@@ -54,12 +54,8 @@ SoSeparator* flatCube(const SbColor& color, const SbVec3f& offset = SbVec3f(0, 0
     return cube;
 }
 
-// An orthographic camera at +z looking down -z and seeing height units.
 SoOrthographicCamera* frontCamera(float height) {
-    auto* camera = new SoOrthographicCamera;
-    camera->position = SbVec3f(0, 0, 10);
-    camera->height = height;
-    return camera;
+    return orthographicCamera(SbVec3f(0, 0, 10), height);
 }
 
 int countOfType(SoNode* scene, SoType type) {
